@@ -1,0 +1,11 @@
+# Writes a text file into a header as one string constant, in pieces that every compiler takes.
+file(READ "${INPUT}" text)
+string(LENGTH "${text}" length)
+set(pieces "")
+set(position 0)
+while(position LESS length)
+    string(SUBSTRING "${text}" ${position} 8000 piece)
+    string(APPEND pieces "R\"~~~~(${piece})~~~~\"\n")
+    math(EXPR position "${position} + 8000")
+endwhile()
+file(WRITE "${OUTPUT}" "#pragma once\n\ninline constexpr char ${CONSTANT}[] =\n${pieces};\n")

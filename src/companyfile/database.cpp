@@ -1,0 +1,194 @@
+#include "companyfile/database.h"
+
+#include "companyfile/call_error.h"
+
+#include <filesystem>
+#include <sqlite3.h>
+
+namespace companyfile {
+
+namespace {
+
+constexpr int kApplicationId = 0x51425746;
+constexpr int kFormat = 1;
+constexpr int kBusyMs = 5000;
+constexpr int kProbeBusyMs = 300;
+
+/// Amounts are whole cents, quantities and costs hundred-thousandths; `fields` is what the wire said, as XML.
+constexpr const char* kTables = R"(
+CREATE TABLE meta (key TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;
+CREATE TABLE entry (
+  id INTEGER PRIMARY KEY, kind TEXT NOT NULL, list_id TEXT NOT NULL UNIQUE, name TEXT NOT NULL,
+  parent INTEGER NOT NULL, active INTEGER NOT NULL, created INTEGER NOT NULL, modified INTEGER NOT NULL,
+  edit INTEGER NOT NULL, balance INTEGER NOT NULL, quantity INTEGER NOT NULL, average_cost INTEGER NOT NULL,
+  special TEXT NOT NULL, fields TEXT NOT NULL);
+CREATE TABLE txn (
+  id INTEGER PRIMARY KEY, type TEXT NOT NULL, txn_id TEXT NOT NULL UNIQUE, date TEXT NOT NULL, ref TEXT NOT NULL,
+  name INTEGER NOT NULL, total INTEGER NOT NULL, tax INTEGER NOT NULL, created INTEGER NOT NULL,
+  modified INTEGER NOT NULL, edit INTEGER NOT NULL, fields TEXT NOT NULL);
+CREATE TABLE line (
+  txn INTEGER NOT NULL, position INTEGER NOT NULL, kind TEXT NOT NULL, line_id TEXT NOT NULL, item INTEGER NOT NULL,
+  amount INTEGER NOT NULL, stock INTEGER NOT NULL, fields TEXT NOT NULL, PRIMARY KEY (txn, position)) WITHOUT ROWID;
+CREATE TABLE posting (
+  txn INTEGER NOT NULL, position INTEGER NOT NULL, account INTEGER NOT NULL, amount INTEGER NOT NULL,
+  name INTEGER NOT NULL, PRIMARY KEY (txn, position)) WITHOUT ROWID;
+CREATE TABLE applied (
+  payment INTEGER NOT NULL, target INTEGER NOT NULL, amount INTEGER NOT NULL, PRIMARY KEY (payment, target)) WITHOUT ROWID;
+CREATE INDEX applied_target ON applied (target);
+INSERT INTO meta VALUES ('clock', 1420459200), ('entries', 0), ('transactions', 0), ('lines', 0);
+)";
+
+std::int64_t pragma(Database& database, const char* name) {
+    Statement statement = database.prepare(name);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+}  // namespace
+
+void Statement::Finalizer::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+Statement::Statement(Database& database, const char* sql) : database_(&database) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v3(
+            database.handle(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr
+        ) != SQLITE_OK) {
+        database.fail();
+    }
+    handle_.reset(statement);
+}
+
+void Statement::reset() { sqlite3_reset(handle_.get()); }
+
+void Statement::put(int index, std::int64_t value) { sqlite3_bind_int64(handle_.get(), index, value); }
+
+void Statement::put(int index, std::string_view value) {
+    sqlite3_bind_text(
+        handle_.get(), index, value.data(), static_cast<int>(value.size()), SQLITE_TRANSIENT
+    );
+}
+
+bool Statement::step() {
+    const int result = sqlite3_step(handle_.get());
+    if (result == SQLITE_ROW) {
+        return true;
+    }
+    if (result != SQLITE_DONE) {
+        sqlite3_reset(handle_.get());
+        database_->fail();
+    }
+    sqlite3_reset(handle_.get());
+    return false;
+}
+
+void Statement::run() {
+    while (step()) {
+    }
+}
+
+std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+
+std::string Statement::text(int column) const {
+    const auto* bytes = sqlite3_column_text(handle_.get(), column);
+    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column));
+    return bytes == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(bytes), size);
+}
+
+void Database::Closer::operator()(sqlite3* database) const { sqlite3_close(database); }
+
+Database::Database(const std::string& path, Mode mode) : path_(path) {
+    const bool exists = std::filesystem::exists(path);
+    if (exists == (mode == Mode::create)) {
+        throw CallError(
+            hresult::kCannotOpen,
+            exists ? "The company file " + path + " exists already."
+                   : "The company file " + path + " could not be found."
+        );
+    }
+    if (exists && !std::filesystem::is_regular_file(path)) {
+        throw CallError(hresult::kNotUsable, path + " is not a company file.");
+    }
+    sqlite3* database = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::create ? SQLITE_OPEN_CREATE : 0);
+    const int result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    handle_.reset(database);
+    if (result != SQLITE_OK) {
+        throw CallError(hresult::kCannotOpen, "The company file " + path + " could not be opened.");
+    }
+    sqlite3_busy_timeout(handle(), kProbeBusyMs);
+    if (mode == Mode::create) {
+        execute("PRAGMA journal_mode = WAL");
+        execute(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
+        execute(("PRAGMA user_version = " + std::to_string(kFormat)).c_str());
+        execute(kTables);
+    } else {
+        probe();
+    }
+    execute("PRAGMA synchronous = NORMAL");
+    sqlite3_busy_timeout(handle(), kBusyMs);
+    foreignChanges_ = std::make_unique<Statement>(prepare("PRAGMA data_version"));
+}
+
+void Database::probe() {
+    if (pragma(*this, "PRAGMA application_id") != kApplicationId) {
+        throw CallError(hresult::kNotUsable, path_ + " is not a company file.");
+    }
+    if (pragma(*this, "PRAGMA user_version") > kFormat) {
+        throw CallError(
+            hresult::kNotUsable, "The company file " + path_ + " was made by a newer version of this program."
+        );
+    }
+    execute("BEGIN IMMEDIATE");  // fails when another program holds the file
+    execute("ROLLBACK");
+}
+
+void Database::execute(const char* sql) {
+    if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+        fail();
+    }
+}
+
+std::int64_t Database::foreignChanges() {
+    const bool row = foreignChanges_->bind().step();
+    const std::int64_t value = row ? foreignChanges_->integer(0) : 0;
+    foreignChanges_->bind();
+    return value;
+}
+
+void Database::fail() const {
+    const int code = sqlite3_errcode(handle()) & 0xFF;
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
+        throw CallError(
+            hresult::kFileInUse, "The company file " + path_ + " is in use by another program."
+        );
+    }
+    if (code == SQLITE_NOTADB) {
+        throw CallError(hresult::kNotUsable, path_ + " is not a company file.");
+    }
+    if (code == SQLITE_CORRUPT || code == SQLITE_ERROR) {
+        throw CallError(
+            hresult::kNotUsable,
+            "The company file " + path_ + " is damaged: " + sqlite3_errmsg(handle()) + "."
+        );
+    }
+    throw CallError(
+        hresult::kCannotOpen,
+        "The company file " + path_ + " cannot be used: " + sqlite3_errmsg(handle()) + "."
+    );
+}
+
+Work::Work(Database& database, bool writes) : database_(database) {
+    database_.execute(writes ? "BEGIN IMMEDIATE" : "BEGIN");
+}
+
+Work::~Work() {
+    if (open_) {
+        sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+void Work::commit() {
+    database_.execute("COMMIT");
+    open_ = false;
+}
+
+}  // namespace companyfile

@@ -1,0 +1,75 @@
+#include "export/export_run.h"
+
+#include "core/run_log.h"
+#include "db/nuvDBSM_Common.h"
+#include "platform/ports/platform.h"
+#include "qb/smQB_Utilities.h"
+#include "ui/form.h"
+#include "ui/status.h"
+#include "util/conversions.h"
+
+namespace exporting {
+
+namespace {
+
+constexpr char kSetup[] = "frmSetup";
+
+util::DateOrder storeOrder() {
+    return gCommon.USEurope.view() == "E" ? util::DateOrder::dayFirst : util::DateOrder::monthFirst;
+}
+
+}  // namespace
+
+bool ensureSession() {
+    if (gbQBReady == kNo) {
+        gpSessionReady_ensure();
+    }
+    return gbQBReady != kNo;
+}
+
+std::string storedDate(const std::string& text) {
+    const util::DateTime now = platform::systemClock().now();
+    const auto date = util::dateFromText(text, storeOrder(), util::calendarDate(now.day).year);
+    return date ? util::format(*date, "yyyymmdd") : text;
+}
+
+std::string normaliseDateField(const std::string& name) {
+    std::string text = ui::formText(kSetup, name);
+    if (util::trim(text).empty()) {
+        text = util::format(platform::systemClock().now(), "yyyymmdd");
+    } else {
+        text = storedDate(text);
+    }
+    ui::setFormText(kSetup, name, text);
+    return text;
+}
+
+void showStatus(const std::string& text) {
+    ui::showStatus(kSetup, text);
+}
+
+void logError(const std::string& where, long number, const std::string& description) {
+    gpQBLink_Log_writing(
+        where + " Error: " + util::textOf(static_cast<std::int64_t>(number)) + " " + description
+    );
+}
+
+bool guardRecord(const std::string& where, const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const platform::PlatformError& error) {
+        logError(where, error.number(), error.description());
+    } catch (const util::BasicError& error) {
+        logError(where, error.number(), error.what());
+    }
+    return false;
+}
+
+void logGatewayStatus() {
+    if (util::aboveBlank(util::trim(gsQBStatusMessage))) {
+        gpQBLink_Log_writing(gsQBStatusMessage);
+    }
+}
+
+}  // namespace exporting

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace util {
+
+/// A text field of a record: exactly `Width` bytes of code page 1252.
+/// A fresh field holds bytes of code 0, which tells it from one that was filled; filling pads with
+/// blanks on the right and cuts what does not fit.
+template <std::size_t Width>
+class FixedText {
+public:
+    static constexpr std::size_t kWidth = Width;
+
+    FixedText() { bytes_.fill('\0'); }
+    // A record field takes plain texts as they come: assignment is its everyday use.
+    FixedText(std::string_view text) { assign(text); }    // NOLINT(google-explicit-constructor)
+    FixedText(const std::string& text) { assign(text); }  // NOLINT(google-explicit-constructor)
+    FixedText(const char* text) { assign(std::string_view(text)); }  // NOLINT
+
+    FixedText& operator=(std::string_view text) {
+        assign(text);
+        return *this;
+    }
+
+    /// All `Width` bytes, padding included.
+    [[nodiscard]] std::string_view view() const { return {bytes_.data(), Width}; }
+    /// All `Width` bytes as a string of its own.
+    [[nodiscard]] std::string str() const { return std::string(view()); }
+    /// The text without blanks at both ends (only blanks: code 0 and tabs stay).
+    [[nodiscard]] std::string trimmed() const {
+        const std::string_view all = view();
+        const std::size_t first = all.find_first_not_of(' ');
+        if (first == std::string_view::npos) {
+            return {};
+        }
+        return std::string(all.substr(first, all.find_last_not_of(' ') - first + 1));
+    }
+    /// True for a field that was never filled: it holds a byte of code 0.
+    [[nodiscard]] bool isUnset() const { return view().find('\0') != std::string_view::npos; }
+
+    friend bool operator==(const FixedText& left, const FixedText& right) {
+        return left.view() == right.view();
+    }
+
+private:
+    void assign(std::string_view text) {
+        const std::size_t count = std::min(text.size(), Width);
+        std::copy_n(text.begin(), count, bytes_.begin());
+        std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(count), bytes_.end(), ' ');
+    }
+
+    std::array<char, Width> bytes_;
+};
+
+}  // namespace util
