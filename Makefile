@@ -2,7 +2,7 @@
 BUILD ?= build/release
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build test check format-check include-check tidy tidy-changed asan bench demo lines clean
+.PHONY: all deps build test check format-check include-check tidy tidy-changed asan lines clean
 
 all: build
 
@@ -34,14 +34,6 @@ asan: deps
 	@cmake -S . -B build/asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DBREVANE_SANITIZE=ON > /dev/null
 	@cmake --build build/asan -j $(JOBS)
 	@ctest --test-dir build/asan --output-on-failure -j $(JOBS)
-
-bench: deps
-	@cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DBREVANE_BENCH=ON > /dev/null
-	@cmake --build build/bench -j $(JOBS)
-	@scripts/bench build/bench
-
-demo: build
-	@scripts/demo $(BUILD)
 
 lines:
 	@scripts/lines

@@ -31,11 +31,19 @@ constexpr SpecialAccount kSpecialAccounts[] = {
 
 }  // namespace
 
-std::string_view accountType(const Entry& account) { return account.fields.at("AccountType"); }
+std::string_view accountType(const Entry& account) {
+    return account.fields.at("AccountType");
+}
 
 bool isDebitType(std::string_view accountType) {
     constexpr std::array<std::string_view, 8> kDebitTypes = {
-        "AccountsReceivable", "Bank", "CostOfGoodsSold", "Expense", "FixedAsset", "OtherAsset", "OtherCurrentAsset",
+        "AccountsReceivable",
+        "Bank",
+        "CostOfGoodsSold",
+        "Expense",
+        "FixedAsset",
+        "OtherAsset",
+        "OtherCurrentAsset",
         "OtherExpense",
     };
     return std::find(kDebitTypes.begin(), kDebitTypes.end(), accountType) != kDebitTypes.end();
@@ -45,7 +53,8 @@ std::string_view specialOf(Ledger& ledger, const Entry& account) {
     for (const SpecialAccount& each : kSpecialAccounts) {
         // The first receivable or payable account is the one, whatever its name.
         const bool byType = each.special == each.type && each.type != "CostOfGoodsSold";
-        if (each.type == accountType(account) && (byType || folded(each.name) == folded(account.name)) &&
+        if (each.type == accountType(account) &&
+            (byType || folded(each.name) == folded(account.name)) &&
             ledger.lists().specialAccount(each.special) == nullptr) {
             return each.special;
         }
@@ -58,7 +67,8 @@ Entry& specialAccount(Ledger& ledger, std::string_view special) {
         return *account;
     }
     const auto* row = std::find_if(
-        std::begin(kSpecialAccounts), std::end(kSpecialAccounts),
+        std::begin(kSpecialAccounts),
+        std::end(kSpecialAccounts),
         [&](const SpecialAccount& each) { return each.special == special; }
     );
     if (Entry* account = ledger.lists().byName(NameSpace::accounts, row->name)) {

@@ -31,27 +31,28 @@ struct PostingSummary {
 
 /// One line of a transaction, as far as a reconciliation looks at it.
 struct LineSummary {
-    std::string kind;         ///< as in the request without "Add": "SalesReceiptLine", "JournalDebitLine"
-    std::string item;         ///< full name; empty on a line without an item
+    std::string kind;  ///< as in the request without "Add": "SalesReceiptLine", "JournalDebitLine"
+    std::string item;  ///< full name; empty on a line without an item
     std::string account;      ///< full name; journal and expense lines
     std::string entity;       ///< full name of the customer or vendor of a journal line
     std::string description;  ///< Desc, or Memo of a journal line
     std::string quantity;     ///< decimal text; empty when none was sent
     std::string taxCode;
-    util::Money amount;       ///< as sent or derived; a payment item's counts negative in the total
+    util::Money amount;  ///< as sent or derived; a payment item's counts negative in the total
 };
 
 /// One transaction of the file. Texts are UTF-8.
 struct TransactionSummary {
-    std::string type;       ///< as in the request without "Add", or "OpeningBalance", "InventoryAdjustment"
+    std::string
+        type;  ///< as in the request without "Add", or "OpeningBalance", "InventoryAdjustment"
     std::string txnId;
     std::int64_t txnNumber = 0;  ///< running number over all types, from 1
-    std::string date;       ///< YYYY-MM-DD
+    std::string date;            ///< YYYY-MM-DD
     std::string refNumber;
-    std::string name;       ///< full name of the customer or vendor; empty: none
+    std::string name;  ///< full name of the customer or vendor; empty: none
     std::string memo;
-    util::Money total;      ///< with tax; a journal's is the sum of its debits
-    util::Money tax;        ///< tax that the file computed itself
+    util::Money total;  ///< with tax; a journal's is the sum of its debits
+    util::Money tax;    ///< tax that the file computed itself
     std::vector<LineSummary> lines;
     std::vector<PostingSummary> postings;
 };
@@ -75,15 +76,21 @@ public:
     using Clock = std::function<std::int64_t()>;
 
     /// Makes a new file at `path` (name ends .qbw) and opens it.
-    /// @param templateName  "" (what every new company has) or "retail" (a shop's chart of accounts).
-    /// @param mappingText   text of an account mapping (INI), whose accounts, tax accounts and tax payee are
+    /// @param templateName  "" (what every new company has) or "retail" (a shop's chart of
+    /// accounts).
+    /// @param mappingText   text of an account mapping (INI), whose accounts, tax accounts and tax
+    /// payee are
     ///                      made where they are missing; empty: none. Code page 1252.
-    /// @throws CallError kCannotOpen when a file is there already or cannot be written, and for an unknown template.
+    /// @throws CallError kCannotOpen when a file is there already or cannot be written, and for an
+    /// unknown template.
     static CompanyFile create(
-        const std::string& path, std::string_view templateName = "", std::string_view mappingText = ""
+        const std::string& path,
+        std::string_view templateName = "",
+        std::string_view mappingText = ""
     );
     /// Opens an existing file.
-    /// @throws CallError kCannotOpen (missing), kNotUsable (no company file, damaged, of a newer format),
+    /// @throws CallError kCannotOpen (missing), kNotUsable (no company file, damaged, of a newer
+    /// format),
     ///         kFileInUse (another program is writing to it or holds it for itself).
     static CompanyFile open(const std::string& path);
 
@@ -95,15 +102,18 @@ public:
 
     /// Carries out one request document (pure ASCII) and gives the answer document (pure ASCII).
     /// Everything that the document changed is on disk when it returns.
-    /// @throws CallError when the call itself fails: then nothing was changed, but for connectionLostAfter.
+    /// @throws CallError when the call itself fails: then nothing was changed, but for
+    /// connectionLostAfter.
     std::string exchange(const std::string& requestDocument);
 
     /// The version list that the host query reports and that documents may name.
     void setVersions(std::vector<std::string> versions);
-    /// The clock for times, edit sequences and default dates. Default: a clock of the file's own that
-    /// begins at 2015-01-05 12:00 and goes on by one second with each change, the same in every run.
+    /// The clock for times, edit sequences and default dates. Default: a clock of the file's own
+    /// that begins at 2015-01-05 12:00 and goes on by one second with each change, the same in
+    /// every run.
     void setClock(Clock clock);
-    /// Makes the `n`-th exchange from now on (1: the next) meet `fault`, once. `milliseconds` is for slow.
+    /// Makes the `n`-th exchange from now on (1: the next) meet `fault`, once. `milliseconds` is
+    /// for slow.
     void failAt(int n, Fault fault, int milliseconds = 0);
     /// What a slow exchange calls with its milliseconds; without it nothing happens.
     void onSlow(std::function<void(int)> callback);
@@ -122,12 +132,14 @@ private:
     void meetFault(bool afterwards);
 
     std::unique_ptr<Ledger> ledger_;
-    std::vector<std::pair<int, std::pair<Fault, int>>> faults_;  ///< exchange number, fault, milliseconds
+    std::vector<std::pair<int, std::pair<Fault, int>>>
+        faults_;  ///< exchange number, fault, milliseconds
     int exchanges_ = 0;
     std::function<void(int)> slow_;
 };
 
-/// Makes a company file from the template "retail" plus what `mappingText` names; see CompanyFile::create.
+/// Makes a company file from the template "retail" plus what `mappingText` names; see
+/// CompanyFile::create.
 void createRetail(const std::string& path, std::string_view mappingText);
 
 }  // namespace companyfile

@@ -3,6 +3,7 @@
 #include "companyfile/call_error.h"
 
 #include <filesystem>
+
 #include <sqlite3.h>
 
 namespace companyfile {
@@ -14,7 +15,8 @@ constexpr int kFormat = 1;
 constexpr int kBusyMs = 5000;
 constexpr int kProbeBusyMs = 300;
 
-/// Amounts are whole cents, quantities and costs hundred-thousandths; `fields` is what the wire said, as XML.
+/// Amounts are whole cents, quantities and costs hundred-thousandths; `fields` is what the wire
+/// said, as XML.
 constexpr const char* kTables = R"(
 CREATE TABLE meta (key TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;
 CREATE TABLE entry (
@@ -45,7 +47,9 @@ std::int64_t pragma(Database& database, const char* name) {
 
 }  // namespace
 
-void Statement::Finalizer::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
 
 Statement::Statement(Database& database, const char* sql) : database_(&database) {
     sqlite3_stmt* statement = nullptr;
@@ -57,9 +61,13 @@ Statement::Statement(Database& database, const char* sql) : database_(&database)
     handle_.reset(statement);
 }
 
-void Statement::reset() { sqlite3_reset(handle_.get()); }
+void Statement::reset() {
+    sqlite3_reset(handle_.get());
+}
 
-void Statement::put(int index, std::int64_t value) { sqlite3_bind_int64(handle_.get(), index, value); }
+void Statement::put(int index, std::int64_t value) {
+    sqlite3_bind_int64(handle_.get(), index, value);
+}
 
 void Statement::put(int index, std::string_view value) {
     sqlite3_bind_text(
@@ -81,19 +89,23 @@ bool Statement::step() {
 }
 
 void Statement::run() {
-    while (step()) {
-    }
+    while (step()) {}
 }
 
-std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+std::int64_t Statement::integer(int column) const {
+    return sqlite3_column_int64(handle_.get(), column);
+}
 
 std::string Statement::text(int column) const {
     const auto* bytes = sqlite3_column_text(handle_.get(), column);
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column));
-    return bytes == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(bytes), size);
+    return bytes == nullptr ? std::string()
+                            : std::string(reinterpret_cast<const char*>(bytes), size);
 }
 
-void Database::Closer::operator()(sqlite3* database) const { sqlite3_close(database); }
+void Database::Closer::operator()(sqlite3* database) const {
+    sqlite3_close(database);
+}
 
 Database::Database(const std::string& path, Mode mode) : path_(path) {
     const bool exists = std::filesystem::exists(path);
@@ -134,7 +146,8 @@ void Database::probe() {
     }
     if (pragma(*this, "PRAGMA user_version") > kFormat) {
         throw CallError(
-            hresult::kNotUsable, "The company file " + path_ + " was made by a newer version of this program."
+            hresult::kNotUsable,
+            "The company file " + path_ + " was made by a newer version of this program."
         );
     }
     execute("BEGIN IMMEDIATE");  // fails when another program holds the file

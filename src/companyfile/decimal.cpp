@@ -54,7 +54,9 @@ std::int64_t scaled(std::string_view text, std::size_t decimals) {
 
 }  // namespace
 
-Decimal Decimal::fromText(std::string_view text) { return {scaled(text, 5)}; }
+Decimal Decimal::fromText(std::string_view text) {
+    return {scaled(text, 5)};
+}
 
 std::string Decimal::text(int decimals) const {
     const std::int64_t magnitude = raw < 0 ? -raw : raw;
@@ -66,11 +68,17 @@ std::string Decimal::text(int decimals) const {
            (fraction.empty() ? "" : "." + fraction);
 }
 
-util::Money amountFrom(std::string_view text) { return fromCents(scaled(text, 2)); }
+util::Money amountFrom(std::string_view text) {
+    return fromCents(scaled(text, 2));
+}
 
-std::int64_t cents(util::Money amount) { return amount.raw() / kCent; }
+std::int64_t cents(util::Money amount) {
+    return amount.raw() / kCent;
+}
 
-util::Money fromCents(std::int64_t cents) { return util::Money::fromRaw(cents * kCent); }
+util::Money fromCents(std::int64_t cents) {
+    return util::Money::fromRaw(cents * kCent);
+}
 
 util::Money product(Decimal price, Decimal quantity) {
     constexpr Wide kToCents = Wide{Decimal::kScale} * Decimal::kScale / 100;
@@ -78,12 +86,15 @@ util::Money product(Decimal price, Decimal quantity) {
 }
 
 Decimal quotient(util::Money amount, Decimal quantity) {
-    const Wide scaledAmount = Wide{amount.raw()} * Decimal::kScale * (Decimal::kScale / util::Money::kScale);
+    const Wide scaledAmount =
+        Wide{amount.raw()} * Decimal::kScale * (Decimal::kScale / util::Money::kScale);
     return {static_cast<std::int64_t>(divided(scaledAmount, quantity.raw))};
 }
 
 util::Money percentOf(util::Money amount, Decimal percent) {
-    return moneyFromCents(divided(Wide{amount.raw()} * percent.raw, Wide{100} * Decimal::kScale * kCent));
+    return moneyFromCents(
+        divided(Wide{amount.raw()} * percent.raw, Wide{100} * Decimal::kScale * kCent)
+    );
 }
 
 }  // namespace companyfile

@@ -21,7 +21,9 @@ struct Decimal {
     [[nodiscard]] bool isZero() const { return raw == 0; }
     constexpr Decimal operator-() const { return {-raw}; }
     friend constexpr auto operator<=>(const Decimal&, const Decimal&) = default;
-    friend constexpr Decimal operator+(Decimal left, Decimal right) { return {left.raw + right.raw}; }
+    friend constexpr Decimal operator+(Decimal left, Decimal right) {
+        return {left.raw + right.raw};
+    }
 
     /// Without trailing zeros, but with at least `decimals` of them.
     [[nodiscard]] std::string text(int decimals = 0) const;

@@ -28,7 +28,8 @@ bool isReference(std::string_view reference) {
     reference.remove_prefix(1);
     const bool hexadecimal = reference.starts_with('x');
     reference.remove_prefix(hexadecimal ? 1 : 0);
-    if (reference.size() > 7 || !isDigits(reference, hexadecimal ? "0123456789abcdefABCDEF" : "0123456789")) {
+    if (reference.size() > 7 ||
+        !isDigits(reference, hexadecimal ? "0123456789abcdefABCDEF" : "0123456789")) {
         return false;
     }
     const auto value = std::stoul(std::string(reference), nullptr, hexadecimal ? 16 : 10);

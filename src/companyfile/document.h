@@ -15,8 +15,8 @@ struct Request {
     const util::SchemaRequest* schema = nullptr;
     bool hasId = false;
     std::string id;
-    std::string metaData;                  ///< "", "NoMetaData", "MetaDataOnly", "MetaDataAndResponseData"
-    Element fields;                        ///< the fields, taken out of the body that wraps them
+    std::string metaData;  ///< "", "NoMetaData", "MetaDataOnly", "MetaDataAndResponseData"
+    Element fields;        ///< the fields, taken out of the body that wraps them
     std::vector<std::string> wantedFields;  ///< IncludeRetElement; empty: all
 };
 

@@ -33,8 +33,9 @@ Element& Element::set(std::string_view path, std::string_view value) {
     Element* element = this;
     for (const std::string_view step : split(path, '/')) {
         Element* child = element->find(step);
-        element = child != nullptr ? child
-                                   : &element->children.emplace_back(Element{std::string(step), {}, {}});
+        element = child != nullptr
+                      ? child
+                      : &element->children.emplace_back(Element{std::string(step), {}, {}});
     }
     element->text = value;
     return *element;
@@ -106,7 +107,8 @@ std::string fieldsXml(const Element& element) {
 Element fieldsFrom(std::string_view xml) {
     pugi::xml_document document;
     // Blanks that are the whole of a text are kept: an answer gives back what was sent.
-    constexpr unsigned kForm = pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
+    constexpr unsigned kForm =
+        pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment;
     document.load_buffer(xml.data(), xml.size(), kForm & ~static_cast<unsigned>(pugi::parse_eol));
     return elementFrom(document);
 }

@@ -6,7 +6,7 @@
 
 namespace pugi {
 class xml_node;
-}
+}  // namespace pugi
 
 namespace companyfile {
 

@@ -36,7 +36,8 @@ public:
     Transactions& transactions() { return transactions_; }
     Database& database() { return database_; }
 
-    /// The moment of a change, in seconds since 1970. The file's own clock goes on by one with each call.
+    /// The moment of a change, in seconds since 1970. The file's own clock goes on by one with each
+    /// call.
     std::int64_t now();
     /// The date of the day, YYYY-MM-DD.
     std::string today();

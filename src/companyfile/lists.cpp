@@ -44,19 +44,23 @@ const std::vector<ListKind>& listKinds() {
 
 const ListKind* listKind(std::string_view kind) {
     const auto& kinds = listKinds();
-    const auto found =
-        std::find_if(kinds.begin(), kinds.end(), [&](const ListKind& each) { return each.kind == kind; });
+    const auto found = std::find_if(kinds.begin(), kinds.end(), [&](const ListKind& each) {
+        return each.kind == kind;
+    });
     return found == kinds.end() ? nullptr : &*found;
 }
 
 Lists::Lists(Database& database)
     : database_(database),
-      insert_(database.prepare("INSERT INTO entry VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
-      update_(database.prepare("UPDATE entry SET name = ?, parent = ?, active = ?, modified = ?, edit = ?, "
-                               "fields = ? WHERE id = ?")),
-      figures_(
-          database.prepare("UPDATE entry SET balance = ?, quantity = ?, average_cost = ? WHERE id = ?")
-      ),
+      insert_(database.prepare("INSERT INTO entry VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"
+      )),
+      update_(database.prepare(
+          "UPDATE entry SET name = ?, parent = ?, active = ?, modified = ?, edit = ?, "
+          "fields = ? WHERE id = ?"
+      )),
+      figures_(database.prepare(
+          "UPDATE entry SET balance = ?, quantity = ?, average_cost = ? WHERE id = ?"
+      )),
       delete_(database.prepare("DELETE FROM entry WHERE id = ?")) {
     load();
 }
@@ -142,36 +146,56 @@ void Lists::unindex(const Entry& entry) {
 void Lists::requireGoodName(const Entry& entry) const {
     if (entry.name.find(':') != std::string::npos) {
         throw StatusError(
-            3090, "There was an error when storing " + quoted(entry.name) + " in the " +
-                      quoted(entry.kind->nameField) + " field." +
-                      programSays("Names in this list cannot contain a colon.  The colon is a special "
-                                  "character used to indicate a parent/child relationship.")
+            3090,
+            "There was an error when storing " + quoted(entry.name) + " in the " +
+                quoted(entry.kind->nameField) + " field." +
+                programSays("Names in this list cannot contain a colon.  The colon is a special "
+                            "character used to indicate a parent/child relationship.")
         );
     }
     const auto found = byName_.find(nameKey(entry.kind->space, entry.foldedName));
     if (found != byName_.end() && found->second->id != entry.id) {
-        throw StatusError(3100, "The name " + quoted(entry.name) + " of the list element is already in use.");
+        throw StatusError(
+            3100, "The name " + quoted(entry.name) + " of the list element is already in use."
+        );
     }
 }
 
 Entry& Lists::add(Entry entry, std::int64_t now) {
     nameFully(entry);
     requireGoodName(entry);
-    Statement next = database_.prepare("UPDATE meta SET value = value + 1 WHERE key = 'entries' RETURNING value");
+    Statement next =
+        database_.prepare("UPDATE meta SET value = value + 1 WHERE key = 'entries' RETURNING value"
+        );
     next.step();
     entry.id = next.integer(0);
     constexpr std::int64_t kFirstListId = 0x80000000;
     std::string number(40, '\0');
     number.resize(static_cast<std::size_t>(std::snprintf(
-        number.data(), number.size(), "%llX-%lld", static_cast<unsigned long long>(kFirstListId + entry.id),
+        number.data(),
+        number.size(),
+        "%llX-%lld",
+        static_cast<unsigned long long>(kFirstListId + entry.id),
         static_cast<long long>(now)
     )));
     entry.listId = number;
     entry.created = entry.modified = entry.editSequence = now;
     insert_
         .bind(
-            entry.id, entry.kind->kind, entry.listId, entry.name, entry.parent, entry.active, now, now, now,
-            cents(entry.balance), entry.quantity.raw, entry.averageCost.raw, entry.special, fieldsXml(entry.fields)
+            entry.id,
+            entry.kind->kind,
+            entry.listId,
+            entry.name,
+            entry.parent,
+            entry.active,
+            now,
+            now,
+            now,
+            cents(entry.balance),
+            entry.quantity.raw,
+            entry.averageCost.raw,
+            entry.special,
+            fieldsXml(entry.fields)
         )
         .run();
     Entry& kept = entries_.emplace(entry.id, std::move(entry)).first->second;
@@ -191,8 +215,13 @@ Entry& Lists::change(Entry changed, std::int64_t now) {
     renameChildren(entry);
     update_
         .bind(
-            entry.name, entry.parent, entry.active, entry.modified, entry.editSequence,
-            fieldsXml(entry.fields), entry.id
+            entry.name,
+            entry.parent,
+            entry.active,
+            entry.modified,
+            entry.editSequence,
+            fieldsXml(entry.fields),
+            entry.id
         )
         .run();
     return entry;

@@ -16,12 +16,21 @@ namespace companyfile {
 
 /// Entries of one name space may not share a name.
 enum class NameSpace : std::uint8_t {
-    accounts, names, items, terms, paymentMethods, salesReps, taxCodes, jobTypes, shipMethods, customerMessages,
+    accounts,
+    names,
+    items,
+    terms,
+    paymentMethods,
+    salesReps,
+    taxCodes,
+    jobTypes,
+    shipMethods,
+    customerMessages,
 };
 
 /// One kind of list entry.
 struct ListKind {
-    std::string_view kind;       ///< as in the request without Add, "ItemInventory"
+    std::string_view kind;  ///< as in the request without Add, "ItemInventory"
     NameSpace space;
     std::string_view nameField;  ///< element that holds the name
     bool hasFullName;            ///< answers carry FullName and Sublevel, entries may have parents
@@ -38,19 +47,19 @@ struct Entry {
     const ListKind* kind = nullptr;
     std::string listId;
     std::string name;
-    std::string fullName;  ///< chain of parents and name
+    std::string fullName;    ///< chain of parents and name
     std::string foldedName;  ///< fullName as it compares
     int sublevel = 0;
     std::int64_t parent = 0;  ///< id; 0: none
     bool active = true;
-    std::int64_t created = 0;   ///< seconds since 1970
+    std::int64_t created = 0;  ///< seconds since 1970
     std::int64_t modified = 0;
     std::int64_t editSequence = 0;
-    util::Money balance;     ///< customers: what they owe; vendors: what they are owed
-    Decimal quantity;        ///< inventory items: on hand
+    util::Money balance;  ///< customers: what they owe; vendors: what they are owed
+    Decimal quantity;     ///< inventory items: on hand
     Decimal averageCost;
-    std::string special;     ///< SpecialAccountType of an account
-    Element fields;          ///< the other elements, references as ListID
+    std::string special;  ///< SpecialAccountType of an account
+    Element fields;       ///< the other elements, references as ListID
 };
 
 /// All list entries, kept in memory and written through to the file.
@@ -63,7 +72,8 @@ public:
     /// The entry with a ListID; null when there is none.
     Entry* byListId(std::string_view listId);
     Entry* byId(std::int64_t id);
-    /// The entry of a name space by full name without regard to case and blanks around it; null: none.
+    /// The entry of a name space by full name without regard to case and blanks around it; null:
+    /// none.
     Entry* byName(NameSpace space, std::string_view fullName);
     /// The account that fulfils a special purpose; null: none yet.
     Entry* specialAccount(std::string_view special);
@@ -71,7 +81,8 @@ public:
     /// Writes a new entry; id, list id and the full name are set here. `now` becomes its times.
     /// @throws StatusError 3090 (colon in the name) or 3100 (name in use).
     Entry& add(Entry entry, std::int64_t now);
-    /// Puts `changed` in the place of the entry with its id, with a new edit sequence and the full name that follows.
+    /// Puts `changed` in the place of the entry with its id, with a new edit sequence and the full
+    /// name that follows.
     /// @throws StatusError 3090 or 3100, the entry unchanged.
     Entry& change(Entry changed, std::int64_t now);
     /// Writes balance, quantity and cost, which leave the edit sequence alone.

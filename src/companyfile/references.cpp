@@ -52,9 +52,10 @@ constexpr Reference kReferences[] = {
 };
 
 const Reference* referenceCalled(std::string_view field) {
-    const auto* found = std::find_if(std::begin(kReferences), std::end(kReferences), [&](const Reference& each) {
-        return each.field == field;
-    });
+    const auto* found =
+        std::find_if(std::begin(kReferences), std::end(kReferences), [&](const Reference& each) {
+            return each.field == field;
+        });
     return found == std::end(kReferences) ? nullptr : found;
 }
 
@@ -69,7 +70,8 @@ Entry* lookUp(Lists& lists, const Element& element, std::string_view kinds) {
     if (!listId.empty()) {
         if (!isIdForm(listId)) {
             throw StatusError(
-                3000, "The given object ID " + quoted(listId) + " in the field \"ListID\" is invalid."
+                3000,
+                "The given object ID " + quoted(listId) + " in the field \"ListID\" is invalid."
             );
         }
         return lists.byListId(listId);
@@ -85,18 +87,20 @@ void resolveOne(Lists& lists, Element& element, std::string_view kinds, std::str
         const std::string sent = quoted(listId.empty() ? trimmed(element.at("FullName")) : listId);
         if (element.name == "ParentRef") {
             throw StatusError(
-                3130, "There is an invalid reference to the parent " + sent + " in the " +
-                          std::string(record) + " list."
+                3130,
+                "There is an invalid reference to the parent " + sent + " in the " +
+                    std::string(record) + " list."
             );
         }
         const Reference* reference = referenceCalled(element.name);
         std::string_view label = element.name;
         removeSuffix(label, "Ref");
         throw StatusError(
-            3140, "There is an invalid reference to QuickBooks " +
-                      std::string(reference == nullptr ? label : reference->label) + " " + sent + " in the " +
-                      std::string(record) + "." +
-                      programSays("Invalid argument.  The specified record does not exist in the list.")
+            3140,
+            "There is an invalid reference to QuickBooks " +
+                std::string(reference == nullptr ? label : reference->label) + " " + sent +
+                " in the " + std::string(record) + "." +
+                programSays("Invalid argument.  The specified record does not exist in the list.")
         );
     }
     element.children = {Element{"ListID", entry->listId, {}}};
@@ -122,7 +126,12 @@ void resolveReferences(Lists& lists, Element& fields, std::string_view record) {
             resolveReferences(lists, child, record);
         } else if (!child.at("ListID").empty() || !trimmed(child.at("FullName")).empty()) {
             // The parent of an entry is of the entry's own kind.
-            resolveOne(lists, child, child.name == "ParentRef" ? record : kindsOfReference(child.name), record);
+            resolveOne(
+                lists,
+                child,
+                child.name == "ParentRef" ? record : kindsOfReference(child.name),
+                record
+            );
         } else {
             child.children.clear();
         }

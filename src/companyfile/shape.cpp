@@ -16,9 +16,13 @@ using util::SchemaField;
 class ShapeCheck {
 public:
     ShapeCheck(
-        const std::vector<SchemaField>& fields, const std::vector<SchemaChoice>& choices, int version
+        const std::vector<SchemaField>& fields,
+        const std::vector<SchemaChoice>& choices,
+        int version
     )
-        : fields_(fields), choices_(choices), version_(version) {}
+        : fields_(fields),
+          choices_(choices),
+          version_(version) {}
 
     /// Takes the next child; gives its field.
     const SchemaField& take(const Element& child) {
@@ -57,9 +61,10 @@ public:
 
 private:
     std::size_t indexOf(std::string_view name) const {
-        const auto found = std::find_if(fields_.begin(), fields_.end(), [&](const SchemaField& field) {
-            return field.name == name;
-        });
+        const auto found =
+            std::find_if(fields_.begin(), fields_.end(), [&](const SchemaField& field) {
+                return field.name == name;
+            });
         if (found == fields_.end()) {
             unparsable();
         }
@@ -67,9 +72,10 @@ private:
     }
 
     const SchemaChoice* choiceCalled(std::string_view id) const {
-        const auto found = std::find_if(choices_.begin(), choices_.end(), [&](const SchemaChoice& choice) {
-            return choice.id == id;
-        });
+        const auto found =
+            std::find_if(choices_.begin(), choices_.end(), [&](const SchemaChoice& choice) {
+                return choice.id == id;
+            });
         return found == choices_.end() ? nullptr : &*found;
     }
 
@@ -121,8 +127,12 @@ private:
 };
 
 void checkFields(
-    const Element& element, const std::vector<SchemaField>& fields, const std::vector<SchemaChoice>& choices,
-    const std::vector<std::string>& foreign, const std::string& path, int version
+    const Element& element,
+    const std::vector<SchemaField>& fields,
+    const std::vector<SchemaChoice>& choices,
+    const std::vector<std::string>& foreign,
+    const std::string& path,
+    int version
 ) {
     if (!trimmed(element.text).empty()) {
         unparsable();

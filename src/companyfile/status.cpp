@@ -9,7 +9,9 @@ std::string_view Status::severity() const {
     return code < 1000 ? "Warn" : "Error";
 }
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string quoted(std::string_view text) {
+    return '"' + std::string(text) + '"';
+}
 
 std::string programSays(std::string_view text) {
     return "  QuickBooks error message: " + std::string(text);
@@ -27,7 +29,8 @@ StatusError missingElement(std::string_view field) {
 }
 
 StatusError cannotSave(std::string_view what, std::string_view reason) {
-    return {3180, "There was an error when saving a " + std::string(what) + "." + programSays(reason)};
+    return {
+        3180, "There was an error when saving a " + std::string(what) + "." + programSays(reason)};
 }
 
 }  // namespace companyfile

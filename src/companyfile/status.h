@@ -20,7 +20,9 @@ struct Status {
 /// A request that is refused: nothing of it is kept, the exchange goes on.
 class StatusError : public std::runtime_error {
 public:
-    StatusError(int code, const std::string& message) : std::runtime_error(message), status{code, message} {}
+    StatusError(int code, const std::string& message)
+        : std::runtime_error(message),
+          status{code, message} {}
     Status status;
 };
 

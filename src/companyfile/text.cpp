@@ -12,8 +12,7 @@ namespace {
 
 /// Letters of the western code page outside Latin-1, capital and small.
 constexpr std::array<std::pair<char32_t, char32_t>, 4> kCapitals = {
-    {{0x0152, 0x0153}, {0x0160, 0x0161}, {0x017D, 0x017E}, {0x0178, 0x00FF}}
-};
+    {{0x0152, 0x0153}, {0x0160, 0x0161}, {0x017D, 0x017E}, {0x0178, 0x00FF}}};
 char32_t small(char32_t character) {
     const bool latinCapital = character >= 0xC0 && character <= 0xDE && character != 0xD7;
     if ((character >= U'A' && character <= U'Z') || latinCapital) {
@@ -97,7 +96,9 @@ std::size_t characterCount(std::string_view utf8) {
     }));
 }
 
-std::string westernOnly(std::string_view utf8) { return util::toUtf8(util::fromUtf8(utf8)); }
+std::string westernOnly(std::string_view utf8) {
+    return util::toUtf8(util::fromUtf8(utf8));
+}
 
 bool matches(std::string_view criterion, std::string_view text, std::string_view part) {
     if (criterion == "StartsWith") {

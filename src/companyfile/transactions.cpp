@@ -13,11 +13,23 @@ constexpr std::string_view kReceivable = "AccountsReceivable";
 constexpr std::string_view kPayable = "AccountsPayable";
 constexpr std::string_view kUndeposited = "UndepositedFunds";
 constexpr TransactionKind kKinds[] = {
-    {"SalesReceipt", "Sales Receipt", Family::sale, 1, "CustomerRef", "DepositToAccountRef", kUndeposited},
+    {"SalesReceipt",
+     "Sales Receipt",
+     Family::sale,
+     1,
+     "CustomerRef",
+     "DepositToAccountRef",
+     kUndeposited},
     {"Invoice", "Invoice", Family::sale, 1, "CustomerRef", "ARAccountRef", kReceivable},
     {"CreditMemo", "Credit Memo", Family::sale, -1, "CustomerRef", "ARAccountRef", kReceivable},
     {"JournalEntry", "General Journal transaction", Family::journal, 1, "", "", ""},
-    {"ReceivePayment", "Received Payment", Family::payment, 1, "CustomerRef", "DepositToAccountRef", kUndeposited},
+    {"ReceivePayment",
+     "Received Payment",
+     Family::payment,
+     1,
+     "CustomerRef",
+     "DepositToAccountRef",
+     kUndeposited},
     {"PurchaseOrder", "Purchase Order", Family::order, 1, "VendorRef", "", ""},
     {"ItemReceipt", "Item Receipt", Family::purchase, 1, "VendorRef", "APAccountRef", kPayable},
     {"VendorCredit", "Vendor Credit", Family::purchase, -1, "VendorRef", "APAccountRef", kPayable},
@@ -28,7 +40,11 @@ constexpr TransactionKind kKinds[] = {
 std::string idText(std::int64_t number, std::int64_t now) {
     std::string text(40, '\0');
     text.resize(static_cast<std::size_t>(std::snprintf(
-        text.data(), text.size(), "%llX-%lld", static_cast<unsigned long long>(number), static_cast<long long>(now)
+        text.data(),
+        text.size(),
+        "%llX-%lld",
+        static_cast<unsigned long long>(number),
+        static_cast<long long>(now)
     )));
     return text;
 }
@@ -44,9 +60,10 @@ std::vector<std::int64_t> idsOf(Statement& statement) {
 }  // namespace
 
 const TransactionKind* transactionKind(std::string_view type) {
-    const auto* found = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const TransactionKind& kind) {
-        return kind.type == type;
-    });
+    const auto* found =
+        std::find_if(std::begin(kKinds), std::end(kKinds), [&](const TransactionKind& kind) {
+            return kind.type == type;
+        });
     return found == std::end(kKinds) ? nullptr : found;
 }
 
@@ -59,8 +76,12 @@ Transactions::Transactions(Database& database)
       number_(database.prepare("UPDATE meta SET value = value + ? WHERE key = ? RETURNING value")),
       select_(database.prepare("SELECT * FROM txn WHERE id = ?")),
       selectLines_(database.prepare("SELECT * FROM line WHERE txn = ? ORDER BY position")),
-      selectPostings_(database.prepare("SELECT account, amount, name FROM posting WHERE txn = ? ORDER BY position")),
-      selectApplied_(database.prepare("SELECT target, amount FROM applied WHERE payment = ? ORDER BY target")) {}
+      selectPostings_(database.prepare(
+          "SELECT account, amount, name FROM posting WHERE txn = ? ORDER BY position"
+      )),
+      selectApplied_(
+          database.prepare("SELECT target, amount FROM applied WHERE payment = ? ORDER BY target")
+      ) {}
 
 std::int64_t Transactions::nextNumber(std::string_view key, std::int64_t count) {
     number_.bind(count, key).step();
@@ -75,8 +96,17 @@ void Transactions::save(Transaction& transaction, std::int64_t now) {
     transaction.created = transaction.modified = transaction.editSequence = now;
     insert_
         .bind(
-            transaction.id, transaction.kind->type, transaction.txnId, transaction.date, transaction.refNumber,
-            transaction.name, cents(transaction.total), cents(transaction.tax), now, now, now,
+            transaction.id,
+            transaction.kind->type,
+            transaction.txnId,
+            transaction.date,
+            transaction.refNumber,
+            transaction.name,
+            cents(transaction.total),
+            cents(transaction.tax),
+            now,
+            now,
+            now,
             fieldsXml(transaction.header)
         )
         .run();
@@ -94,7 +124,13 @@ void Transactions::saveParts(Transaction& transaction, std::int64_t now) {
         line.lineId = idText(number++, now);
         insertLine_
             .bind(
-                transaction.id, ++position, line.kind, line.lineId, line.item, cents(line.amount), line.stock.raw,
+                transaction.id,
+                ++position,
+                line.kind,
+                line.lineId,
+                line.item,
+                cents(line.amount),
+                line.stock.raw,
                 fieldsXml(line.fields)
             )
             .run();
@@ -140,7 +176,9 @@ Transaction Transactions::load(std::int64_t id) {
     selectPostings_.bind(id);
     while (selectPostings_.step()) {
         result.postings.push_back(
-            {selectPostings_.integer(0), fromCents(selectPostings_.integer(1)), selectPostings_.integer(2)}
+            {selectPostings_.integer(0),
+             fromCents(selectPostings_.integer(1)),
+             selectPostings_.integer(2)}
         );
     }
     selectApplied_.bind(id);
@@ -151,13 +189,18 @@ Transaction Transactions::load(std::int64_t id) {
 }
 
 void Transactions::remove(const Transaction& transaction) {
-    for (const char* sql : {"DELETE FROM txn WHERE id = ?", "DELETE FROM line WHERE txn = ?",
-                            "DELETE FROM posting WHERE txn = ?", "DELETE FROM applied WHERE payment = ?"}) {
+    for (const char* sql :
+         {"DELETE FROM txn WHERE id = ?",
+          "DELETE FROM line WHERE txn = ?",
+          "DELETE FROM posting WHERE txn = ?",
+          "DELETE FROM applied WHERE payment = ?"}) {
         database_.prepare(sql).bind(transaction.id).run();
     }
     const auto loaded = references_.find(transaction.kind->type);
     if (loaded != references_.end()) {
-        std::erase_if(loaded->second, [&](const auto& each) { return each.second == transaction.id; });
+        std::erase_if(loaded->second, [&](const auto& each) {
+            return each.second == transaction.id;
+        });
     }
 }
 
@@ -227,12 +270,14 @@ std::map<std::int64_t, std::pair<util::Money, util::Money>> Transactions::accoun
 }
 
 bool Transactions::refersTo(std::int64_t entryId, std::string_view listId) {
-    for (const char* sql : {"SELECT 1 FROM posting WHERE account = ?1 OR name = ?1 LIMIT 1",
-                            "SELECT 1 FROM txn WHERE name = ?1 OR instr(fields, ?2) > 0 LIMIT 1",
-                            "SELECT 1 FROM line WHERE item = ?1 OR instr(fields, ?2) > 0 LIMIT 1"}) {
+    for (const char* sql :
+         {"SELECT 1 FROM posting WHERE account = ?1 OR name = ?1 LIMIT 1",
+          "SELECT 1 FROM txn WHERE name = ?1 OR instr(fields, ?2) > 0 LIMIT 1",
+          "SELECT 1 FROM line WHERE item = ?1 OR instr(fields, ?2) > 0 LIMIT 1"}) {
         Statement row = database_.prepare(sql);
-        if (std::string_view(sql).find("?2") == std::string_view::npos ? row.bind(entryId).step()
-                                                                       : row.bind(entryId, listId).step()) {
+        if (std::string_view(sql).find("?2") == std::string_view::npos
+                ? row.bind(entryId).step()
+                : row.bind(entryId, listId).step()) {
             return true;
         }
     }

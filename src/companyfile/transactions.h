@@ -28,10 +28,10 @@ struct TransactionKind {
     std::string_view type;   ///< as in the request without Add
     std::string_view label;  ///< what messages call it
     Family family;
-    int sign;                        ///< -1: everything on the other side
-    std::string_view nameField;      ///< reference to the customer or vendor
-    std::string_view accountField;   ///< reference to the account that the total goes to
-    std::string_view accountSpecial; ///< the account when that is not sent
+    int sign;                         ///< -1: everything on the other side
+    std::string_view nameField;       ///< reference to the customer or vendor
+    std::string_view accountField;    ///< reference to the account that the total goes to
+    std::string_view accountSpecial;  ///< the account when that is not sent
 };
 /// The description of a type; null for what is no kind of transaction.
 const TransactionKind* transactionKind(std::string_view type);
@@ -77,7 +77,8 @@ struct Transaction {
     std::vector<Application> applied;
 };
 
-/// The transactions of the file. They stay in the file; only the reference numbers asked for are in memory.
+/// The transactions of the file. They stay in the file; only the reference numbers asked for are in
+/// memory.
 class Transactions {
 public:
     explicit Transactions(Database& database);
@@ -91,9 +92,8 @@ public:
     void remove(const Transaction& transaction);
 
     /// Ids of a type in order of entry, whose folded reference number passes a match.
-    std::vector<std::int64_t> withReference(
-        std::string_view type, std::string_view criterion, std::string_view folded
-    );
+    std::vector<std::int64_t>
+    withReference(std::string_view type, std::string_view criterion, std::string_view folded);
     /// Ids of a type (empty: all types) in order of entry.
     std::vector<std::int64_t> ofType(std::string_view type);
     /// The id behind a TxnID; 0: none of that type.

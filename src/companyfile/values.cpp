@@ -34,9 +34,15 @@ bool isNumber(std::string_view text, std::size_t whole, std::size_t least, std::
     return text.front() == '.' && behind + 1 == text.size() && behind >= least && behind <= most;
 }
 
-bool isAmount(std::string_view text) { return isNumber(text, 13, 2, 2); }
-bool isPrice(std::string_view text) { return isNumber(text, 10, 1, 5); }
-bool isInteger(std::string_view text) { return isNumber(text, 9, 0, 0) && text.find('.') == std::string_view::npos; }
+bool isAmount(std::string_view text) {
+    return isNumber(text, 13, 2, 2);
+}
+bool isPrice(std::string_view text) {
+    return isNumber(text, 10, 1, 5);
+}
+bool isInteger(std::string_view text) {
+    return isNumber(text, 9, 0, 0) && text.find('.') == std::string_view::npos;
+}
 bool isBoolean(std::string_view text) {
     return text == "true" || text == "false" || text == "1" || text == "0";
 }
@@ -46,11 +52,19 @@ bool isDateTime(std::string_view text) {
 bool isGuid(std::string_view text) {
     return text == "0" || (text.size() == 38 && text.front() == '{' && text.back() == '}');
 }
-bool isInterval(std::string_view text) { return text.starts_with("PT") || text.starts_with("-PT"); }
+bool isInterval(std::string_view text) {
+    return text.starts_with("PT") || text.starts_with("-PT");
+}
 
-std::string asAmount(std::string_view text) { return amountFrom(text).text(2); }
-std::string asPrice(std::string_view text) { return Decimal::fromText(text).text(2); }
-std::string asQuantity(std::string_view text) { return Decimal::fromText(text).text(); }
+std::string asAmount(std::string_view text) {
+    return amountFrom(text).text(2);
+}
+std::string asPrice(std::string_view text) {
+    return Decimal::fromText(text).text(2);
+}
+std::string asQuantity(std::string_view text) {
+    return Decimal::fromText(text).text();
+}
 std::string asBoolean(std::string_view text) {
     return text == "true" || text == "1" ? "true" : "false";
 }
@@ -84,8 +98,9 @@ void checkText(const SchemaField& field, Element& element) {
     if (field.type == "ENUM") {
         if (std::find(field.words.begin(), field.words.end(), element.text) == field.words.end()) {
             throw StatusError(
-                3110, "The enumerated value " + valueInField(element.text, field.name) +
-                          " is unknown or invalid for the qbXML version in use."
+                3110,
+                "The enumerated value " + valueInField(element.text, field.name) +
+                    " is unknown or invalid for the qbXML version in use."
             );
         }
         return;
@@ -95,7 +110,9 @@ void checkText(const SchemaField& field, Element& element) {
     }
     if (field.maxLength > 0 &&
         characterCount(element.text) > static_cast<std::size_t>(field.maxLength)) {
-        throw StatusError(3070, "The string " + valueInField(element.text, field.name) + " is too long.");
+        throw StatusError(
+            3070, "The string " + valueInField(element.text, field.name) + " is too long."
+        );
     }
 }
 
@@ -108,8 +125,9 @@ void checkValue(const SchemaField& field, Element& element) {
         if (!type.valid(text)) {
             const bool withoutStop = type.code == 3010 || type.code == 3020;
             throw StatusError(
-                type.code, "There was an error when converting the " + std::string(type.what) + " " +
-                               valueInField(text, field.name) + (withoutStop ? "" : ".")
+                type.code,
+                "There was an error when converting the " + std::string(type.what) + " " +
+                    valueInField(text, field.name) + (withoutStop ? "" : ".")
             );
         }
         element.text = type.kept == nullptr ? text : type.kept(text);
@@ -134,7 +152,9 @@ public:
             if (isForeign(path + child.name) || field == nullptr) {
                 if (!isEmpty(child) && warning_.code == 0) {
                     warning_ = {
-                        530, "The field " + quoted(child.name) + " is not supported by this implementation."};
+                        530,
+                        "The field " + quoted(child.name) +
+                            " is not supported by this implementation."};
                 }
                 continue;
             }
@@ -169,8 +189,10 @@ private:
 
 bool isIdForm(std::string_view id) {
     const auto hyphen = id.find('-');
-    return id.size() <= 36 && hyphen != std::string_view::npos && hyphen > 0 && hyphen + 1 < id.size() &&
-           id.substr(0, hyphen).find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos &&
+    return id.size() <= 36 && hyphen != std::string_view::npos && hyphen > 0 &&
+           hyphen + 1 < id.size() &&
+           id.substr(0, hyphen).find_first_not_of("0123456789ABCDEFabcdef") ==
+               std::string_view::npos &&
            digitsAt(id.substr(hyphen + 1)) == id.size() - hyphen - 1;
 }
 

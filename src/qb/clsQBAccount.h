@@ -12,8 +12,9 @@
 class clsQBAccount {
 public:
     std::string AccountNumber;
-    std::string AccountType;  ///< number of the kind in decimal: 0 AccountsPayable ... 15 OtherIncome
-    std::string Name;         ///< also the key of AccountSearchRq
+    std::string
+        AccountType;   ///< number of the kind in decimal: 0 AccountsPayable ... 15 OtherIncome
+    std::string Name;  ///< also the key of AccountSearchRq
     util::Money Balance;
     std::string Desc;
     std::string SpecialAccountType;
@@ -24,7 +25,8 @@ public:
     util::Money TotalBalance;
     std::string RetType;  ///< name of the element that it was read from
 
-    /// Appends a query for accounts whose name contains `Name` to a fresh request set. Sends nothing.
+    /// Appends a query for accounts whose name contains `Name` to a fresh request set. Sends
+    /// nothing.
     /// @return kNo when `Name` is blank or the set cannot be made.
     LegacyBool AccountSearchRq();
     /// Reads the full name from an account element.
@@ -40,6 +42,6 @@ extern std::vector<clsQBAccount> gaQBAccounts;
 /// @return result of the send; the cause of a failure is in `gsQBStatusMessage`.
 LegacyBool gfbAccountQuery_requested();
 
-/// Fills `gaQBAccounts` from the answer to gfbAccountQuery_requested. An answer with a failed status
-/// leaves the list as it is. Reports nothing.
+/// Fills `gaQBAccounts` from the answer to gfbAccountQuery_requested. An answer with a failed
+/// status leaves the list as it is. Reports nothing.
 void gpAccountQuery_populated();

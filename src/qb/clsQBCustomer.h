@@ -33,9 +33,10 @@ public:
     util::Money CreditLimit;
     std::string Terms;
 
-    /// Looks for the customer whose name is exactly the code in the `gNames` record, among those that
-    /// begin with `Name`, and reads it. `Name` is the record's code afterwards.
-    /// @return kYes when found; kNo also when `Name` is blank (nothing is sent) or the query failed.
+    /// Looks for the customer whose name is exactly the code in the `gNames` record, among those
+    /// that begin with `Name`, and reads it. `Name` is the record's code afterwards.
+    /// @return kYes when found; kNo also when `Name` is blank (nothing is sent) or the query
+    /// failed.
     LegacyBool CustomerSearchRq();
     /// Reads `Name` from the element at `index` of the last search.
     void CustomerKeyRet_get(int index);

@@ -14,8 +14,8 @@ public:
     std::string FirstName;
     std::string LastName;
     std::string MiddleName;
-    std::string Gender;        ///< number in decimal: 0 Male, 1 Female
-    std::string BirthDate;     ///< date text; blank: not sent
+    std::string Gender;     ///< number in decimal: 0 Male, 1 Female
+    std::string BirthDate;  ///< date text; blank: not sent
     std::string Salutation;
     std::string HiredDate;     ///< date text; blank: not sent
     std::string ReleasedDate;  ///< date text; blank: not sent

@@ -68,9 +68,7 @@ constexpr auto kBoughtAndSold = request(
     send("Name", &clsQBInventory::Name),
     send("IsActive", &clsQBInventory::IsActive),
     send("SalesAndPurchase/PrefVendorRef/FullName", &clsQBInventory::PrefVendor, When::trimmed),
-    send(
-        "SalesAndPurchase/PurchaseCost", &clsQBInventory::PurchaseCost, When::always, Form::price
-    ),
+    send("SalesAndPurchase/PurchaseCost", &clsQBInventory::PurchaseCost, When::always, Form::price),
     send("SalesAndPurchase/PurchaseDesc", &clsQBInventory::PurchaseDesc),
     send("SalesAndPurchase/SalesDesc", &clsQBInventory::SalesDesc),
     send("SalesAndPurchase/SalesPrice", &clsQBInventory::SalesPrice, When::always, Form::price),

@@ -6,7 +6,8 @@
 
 #include <string>
 
-/// An item of any kind: fill the members, then call the method of the kind. References are full names.
+/// An item of any kind: fill the members, then call the method of the kind. References are full
+/// names.
 class clsQBInventory {
 public:
     std::string ListID;
@@ -42,9 +43,9 @@ public:
     LegacyBool SalesTaxCodeAddNewReq();
     LegacyBool PaymentInvtAddNewReq();
 
-    /// Is the item of the `gInventory` record (display form of its `SL`) in the company file? Asks for
-    /// names that begin with `Name`. An inventory item is read; `ListID` stays empty for the other
-    /// kinds, whose names are not compared. `Name` is the display form afterwards.
+    /// Is the item of the `gInventory` record (display form of its `SL`) in the company file? Asks
+    /// for names that begin with `Name`. An inventory item is read; `ListID` stays empty for the
+    /// other kinds, whose names are not compared. `Name` is the display form afterwards.
     LegacyBool ItemQueryRq();
     /// Reads the element at `index` of the last query; an inventory item of another name empties
     /// `Name`. @return kYes only when the element is no inventory item (and nothing was read).

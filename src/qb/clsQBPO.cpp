@@ -78,9 +78,7 @@ constexpr auto kReceiptLine = request(
 );
 
 constexpr auto kOrderDel = request(
-    "TxnDel",
-    fixed<clsQBPO>("TxnDelType", "PurchaseOrder"),
-    send("TxnID", &clsQBPO::TxnID)
+    "TxnDel", fixed<clsQBPO>("TxnDelType", "PurchaseOrder"), send("TxnID", &clsQBPO::TxnID)
 );
 
 constexpr qb::Take<clsQBPO> kOrderRet[] = {
@@ -187,9 +185,7 @@ LegacyBool clsQBPO::POHeaderAddNewReq() {
             }
             const bool done = qb::sendRequest(kOrder.name, [&](platform::QBElement& body) {
                 qb::fill(body, *this, kOrder, skipping);
-                qb::appendLines(
-                    body, kOrderLine, gaQBPOLines, qb::everyLine<QBPOLine>, skipping
-                );
+                qb::appendLines(body, kOrderLine, gaQBPOLines, qb::everyLine<QBPOLine>, skipping);
             });
             qb::prefixStatus(kAddLiteral, RefNumber);
             result = legacyBool(done);

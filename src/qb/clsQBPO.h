@@ -55,13 +55,13 @@ public:
     std::string VendorMsg;
     std::string VendorName;
 
-    /// Looks for an order whose number contains `RefNumber` and reads the first. The request joins the
-    /// set as it stands: the caller has reset it. @return kNo, with a box, when there is none; kNo
-    /// without a word, and nothing sent, when `RefNumber` is empty.
+    /// Looks for an order whose number contains `RefNumber` and reads the first. The request joins
+    /// the set as it stands: the caller has reset it. @return kNo, with a box, when there is none;
+    /// kNo without a word, and nothing sent, when `RefNumber` is empty.
     LegacyBool POSearchRq();
     /// Reads the status of the answer into the status texts and keeps the orders found.
     /// @return kYes when the status is 0.
-    LegacyBool POSearchRet_count();
+    LegacyBool POSearchRet_count();  // NOLINT(readability-identifier-naming): fixed name
     /// Reads `RefNumber` from the first order of the last search.
     void POKeyRet_get();
     /// Reads the members from the order at `index`; what it lacks becomes empty.

@@ -152,11 +152,10 @@ constexpr auto kCreditMemoLine = request(
 /// The sales categories of the daily totals go out even without an amount.
 bool goesOnReceipt(const QBSaleLine& line) {
     constexpr std::array kCategories = {"0100", "0200", "0300", "0400", "0500", "0600"};
-    return !line.Amount.isZero() || std::any_of(
-                                        kCategories.begin(),
-                                        kCategories.end(),
-                                        [&](const char* code) { return line.Item == code; }
-                                    );
+    return !line.Amount.isZero() ||
+           std::any_of(kCategories.begin(), kCategories.end(), [&](const char* code) {
+               return line.Item == code;
+           });
 }
 
 bool hasAmount(const QBSaleLine& line) {
@@ -226,7 +225,9 @@ LegacyBool clsQBSales::SalesReceiptSearchRq() {
 LegacyBool clsQBSales::InvoiceSearchRq() {
     constexpr auto kSearch =
         qb::refNumberSearch("InvoiceQuery", platform::ResponseType::invoiceQuery);
-    return searchTicket(kSearch, "Incoice search ", RefNumber, invoices_);  // Kept: as logs have it.
+    return searchTicket(
+        kSearch, "Incoice search ", RefNumber, invoices_
+    );  // Kept: as logs have it.
 }
 
 void clsQBSales::SalesReceiptAddRq() {

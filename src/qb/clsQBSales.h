@@ -57,11 +57,12 @@ public:
     std::string DepositToAccount;
     std::string SalesRep;
     std::string Terms;
-    std::string TaxCode;     ///< tax code of the customer; an invoice replaces it by "Tax" or "Non"
+    std::string TaxCode;  ///< tax code of the customer; an invoice replaces it by "Tax" or "Non"
     std::int16_t LineCount = 0;  ///< kept for the engines; takes part in no request
 
-    /// Is there a transaction whose reference number contains the ticket of the `gSalesHead` record?
-    /// `gnQBReturnedCount` is the count. A ticket that is not there shows the "not found" box.
+    /// Is there a transaction whose reference number contains the ticket of the `gSalesHead`
+    /// record? `gnQBReturnedCount` is the count. A ticket that is not there shows the "not found"
+    /// box.
     LegacyBool CreditMemoSearchRq();
     LegacyBool SalesReceiptSearchRq();
     LegacyBool InvoiceSearchRq();

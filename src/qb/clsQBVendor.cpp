@@ -80,9 +80,7 @@ constexpr auto kVendorMod = request(
 );
 
 constexpr auto kVendorDel = request(
-    "ListDel",
-    fixed<clsQBVendor>("ListDelType", "Vendor"),
-    send("ListID", &clsQBVendor::ListID)
+    "ListDel", fixed<clsQBVendor>("ListDelType", "Vendor"), send("ListID", &clsQBVendor::ListID)
 );
 
 std::string creditAmount(const clsQBPO& order) {
@@ -114,8 +112,8 @@ void showRefusal() {
     const platform::IResponse& answer = responseMsgSet->ResponseList.front();
     if (answer.StatusCode != 0) {
         core::showMessage(
-            "Status: Code = " + std::to_string(answer.StatusCode) + ", Severity = " +
-            answer.StatusSeverity + ", Message = " + answer.StatusMessage
+            "Status: Code = " + std::to_string(answer.StatusCode) +
+            ", Severity = " + answer.StatusSeverity + ", Message = " + answer.StatusMessage
         );
     }
 }

@@ -47,8 +47,8 @@ public:
     LegacyBool VendorSearchRq();
     /// Reads `Name` from the element at `index` of the last search.
     void VendorKeyRet_get(int index);
-    /// Adds a credit for the purchase order in `goQBPO`: one line of item "1" with the amount of the
-    /// first line of `gaQBPOLines`, without its sign.
+    /// Adds a credit for the purchase order in `goQBPO`: one line of item "1" with the amount of
+    /// the first line of `gaQBPOLines`, without its sign.
     LegacyBool VendorCreditAddReq();
     /// Reads the members, but not `Name`, from the element at `index` of the last search.
     void VendorInfoRet_get(int index);

@@ -12,7 +12,6 @@
 namespace {
 
 using qb::fixed;
-using qb::Form;
 using qb::request;
 using qb::send;
 using qb::When;
@@ -27,9 +26,7 @@ struct ListEntry {
 };
 
 constexpr auto kPaymentMethod = request(
-    "PaymentMethodAdd",
-    send("Name", &ListEntry::name),
-    send("IsActive", &ListEntry::isActive)
+    "PaymentMethodAdd", send("Name", &ListEntry::name), send("IsActive", &ListEntry::isActive)
 );
 
 constexpr auto kSalesRep = request(
@@ -53,15 +50,19 @@ constexpr auto kJournalLine = request(
     send("Memo", &QBJournalLine::Memo, When::trimmed)
 );
 
+std::string depositAccount(const QBPaymentRecord& payment) {
+    return util::trim(payment.DepositToAccount);
+}
+
 constexpr auto kPayment = request(
     "ReceivePaymentAdd",
     send("CustomerRef/FullName", &QBPaymentRecord::CustomerName),
-    send("TxnDate", &QBPaymentRecord::TxnDate),
+    send("TxnDate", &QBPaymentRecord::TxnDate, When::always, qb::Form::date),
     send("RefNumber", &QBPaymentRecord::RefNumber, When::aboveBlank),
     send("TotalAmount", &QBPaymentRecord::TotalAmount),
     send("PaymentMethodRef/FullName", &QBPaymentRecord::PaymentMethod, When::aboveBlank),
     send("Memo", &QBPaymentRecord::Memo, When::aboveBlank),
-    send("DepositToAccountRef/FullName", &QBPaymentRecord::DepositToAccount, When::aboveBlank),
+    send("DepositToAccountRef/FullName", &depositAccount, When::aboveBlank),
     fixed<QBPaymentRecord>("IsAutoApply", "false")
 );
 
@@ -81,7 +82,7 @@ void posted(const char* literal, const std::string& key, const Body& body) {
 }
 
 /// The cycle of an add; the status text is told under `literal` and `key`.
-/// @return true when there was a status text to tell.
+/// @return true when there is something to tell.
 template <class Record, std::size_t Count>
 bool addRecord(
     const qb::Request<Record, Count>& table,
@@ -89,26 +90,21 @@ bool addRecord(
     const char* literal,
     const std::string& key
 ) {
-    bool told = false;
     posted(literal, key, [&] {
-        if (gfbRequestMsgSet_reset() == kNo) {
-            return;
+        if (gfbRequestMsgSet_reset() != kNo) {
+            qb::sendRequest(table.name, [&](platform::QBElement& body) {
+                qb::fill(body, record, table);
+            });
+            qb::prefixStatus(literal, key);
         }
-        qb::sendRequest(table.name, [&](platform::QBElement& body) {
-            qb::fill(body, record, table);
-        });
-        qb::prefixStatus(literal, key);
-        told = !util::trim(gsQBStatusMessage).empty();
     });
-    return told;
+    return !util::trim(gsQBStatusMessage).empty();
 }
 
 void appendJournalLines(platform::QBElement& body, const std::vector<QBJournalLine>& lines) {
     for (std::size_t index = 1; index < lines.size(); ++index) {
         const QBJournalLine& line = lines[index];
-        ui::showStatus(
-            kProgressWindow, "Exporting Journal set type " + std::to_string(line.Side)
-        );
+        ui::showStatus(kProgressWindow, "Exporting Journal set type " + std::to_string(line.Side));
         if (line.Side == kDebitSide || line.Side == kCreditSide) {
             const char* element =
                 line.Side == kDebitSide ? "JournalDebitLine" : "JournalCreditLine";

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "util/date_time.h"
 #include "util/legacy_bool.h"
 #include "util/money.h"
 
@@ -14,18 +13,19 @@ inline constexpr std::int16_t kCreditSide = 1;
 
 /// One line of a journal entry.
 struct QBJournalLine {
-    std::int16_t Side = kDebitSide;  ///< kDebitSide, kCreditSide; a line of another side is not filled
-    std::string LineNumber;          ///< place in the array, from 1
-    std::string Account;             ///< full name
-    util::Money Amount;              ///< goes out without its sign
-    std::string Entity;              ///< full name of a customer or vendor, may be blank
-    std::string Memo;                ///< may be blank
+    std::int16_t Side =
+        kDebitSide;          ///< kDebitSide, kCreditSide; a line of another side is not filled
+    std::string LineNumber;  ///< place in the array, from 1
+    std::string Account;     ///< full name
+    util::Money Amount;      ///< goes out without its sign
+    std::string Entity;      ///< full name of a customer or vendor, may be blank
+    std::string Memo;        ///< may be blank
 };
 
-/// A payment that a customer made on account. qb::dateOf turns a date text into `TxnDate`.
+/// A payment that a customer made on account.
 struct QBPaymentRecord {
     std::string CustomerName;
-    util::DateTime TxnDate;
+    std::string TxnDate;  ///< date text in the store's order
     util::Money TotalAmount;
     std::string PaymentMethod;
     std::string Memo;
@@ -37,7 +37,7 @@ struct QBPaymentRecord {
 /// @param isActive  0: added as inactive; the tender export passes the tender's type.
 void gpTenderType_add(const std::string& name, LegacyBool isActive);
 
-/// Adds a sales rep of up to five initials for an entry of the name lists. A refusal shows a box.
+/// Adds a sales rep of up to five initials for an entry of the name lists. A failure shows a box.
 void gpSalesCode_add(
     const std::string& entityName, const std::string& initial, LegacyBool isActive
 );
@@ -55,5 +55,5 @@ void gpJournalEntry_add(
 /// Is there a payment whose reference number contains the ticket of the `gSalesHead` record?
 LegacyBool gfbReceivePayment_search();
 
-/// Adds a payment that is applied to no invoice. A refusal goes to the run log too.
+/// Adds a payment that is applied to no invoice. A failure goes to the run log too.
 void gpReceivePayment_add(const QBPaymentRecord& payment);

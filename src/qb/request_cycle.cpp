@@ -82,9 +82,8 @@ bool sendRequest(const char* name, const Filler& filler) {
     return gfbRequests_do() != kNo && gfbResponse_get() != kNo;
 }
 
-LegacyBool runCycle(
-    const char* name, const Literals& literals, const std::string& key, const Filler& filler
-) {
+LegacyBool
+runCycle(const char* name, const Literals& literals, const std::string& key, const Filler& filler) {
     return handled(literals.inHandler, key, [&] {
         if (gfbRequestMsgSet_reset() == kNo) {
             return false;

@@ -27,8 +27,8 @@ enum class When : std::uint8_t {
     nonZero,     ///< the number is not 0
 };
 
-/// How a value is written where its type leaves a choice: money as amount (plain) or price, a text as
-/// it stands or as the date that it is.
+/// How a value is written where its type leaves a choice: money as amount (plain) or price, a text
+/// as it stands or as the date that it is.
 enum class Form : std::uint8_t { plain, price, date };
 
 /// Where a field's value comes from: a member, a computed text, or a fixed text.
@@ -53,16 +53,14 @@ struct Field {
 
 /// A row that sends a member.
 template <class Record, class Value>
-constexpr Field<Record> send(
-    const char* path, Value Record::*member, When when = When::always, Form form = Form::plain
-) {
+constexpr Field<Record>
+send(const char* path, Value Record::*member, When when = When::always, Form form = Form::plain) {
     return {path, member, when, form};
 }
 /// A row that sends a computed text.
 template <class Record>
-constexpr Field<Record> send(
-    const char* path, std::string (*text)(const Record&), When when = When::always
-) {
+constexpr Field<Record>
+send(const char* path, std::string (*text)(const Record&), When when = When::always) {
     return {path, text, when, Form::plain};
 }
 /// A row that always sends the same text.
@@ -84,8 +82,8 @@ constexpr auto request(const char* name, Field<Record> first, More... more) {
     return Request<Record, 1 + sizeof...(More)>{name, {first, more...}};
 }
 
-/// The text that goes out for a value; nothing when the condition leaves it out. Texts lose blanks at
-/// their end. @throws BasicError 13 for a text that should be a date and is none.
+/// The text that goes out for a value; nothing when the condition leaves it out. Texts lose blanks
+/// at their end. @throws BasicError 13 for a text that should be a date and is none.
 std::optional<std::string> wireText(const std::string& text, When when, Form form);
 std::optional<std::string> wireText(util::Money money, When when, Form form);
 std::optional<std::string> wireText(LegacyBool flag, When when, Form form);
@@ -157,7 +155,8 @@ bool everyLine(const Line& line) {
     return true;
 }
 
-/// Calls `body`; an error of the language or of the platform goes to `handler(number, description)`.
+/// Calls `body`; an error of the language or of the platform goes to `handler(number,
+/// description)`.
 template <class Body, class Handler>
 void onLanguageError(const Body& body, const Handler& handler) {
     try {
@@ -205,9 +204,8 @@ using Filler = std::function<void(platform::QBElement&)>;
 bool sendRequest(const char* name, const Filler& filler);
 
 /// The cycle of an add, a change or a deletion: reset, append, fill, send, read, failure text.
-LegacyBool runCycle(
-    const char* name, const Literals& literals, const std::string& key, const Filler& filler
-);
+LegacyBool
+runCycle(const char* name, const Literals& literals, const std::string& key, const Filler& filler);
 template <class Record, std::size_t Count, class... More>
 LegacyBool runCycle(
     const Request<Record, Count>& table,

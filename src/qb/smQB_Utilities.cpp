@@ -43,9 +43,7 @@ void showSessionError(
     const std::string& heading, std::int32_t number, const std::string& description
 ) {
     std::array<char, 16> hexadecimal{};
-    std::snprintf(
-        hexadecimal.data(), hexadecimal.size(), "%X", static_cast<std::uint32_t>(number)
-    );
+    std::snprintf(hexadecimal.data(), hexadecimal.size(), "%X", static_cast<std::uint32_t>(number));
     core::showMessage(
         heading + "\r\nHRESULT = " + std::to_string(number) + " (" + hexadecimal.data() +
         ") \r\n\r\n" + description
@@ -141,8 +139,8 @@ struct VersionRow {
     int minor;
 };
 
-// Kept: the texts are compared as texts, and the package reports versions without a leading zero, so
-// that all of them ("13.0", "2.0", "1.1") stand above the first row.
+// Kept: the texts are compared as texts, and the package reports versions without a leading zero,
+// so that all of them ("13.0", "2.0", "1.1") stand above the first row.
 constexpr VersionRow kVersions[] = {
     {"06.0", false, 6, 0},
     {"05.0", false, 5, 0},
@@ -226,9 +224,8 @@ std::string gfsQBXMLVersion_latest(platform::IQBSessionManager& session) {
     return latest;
 }
 
-std::shared_ptr<platform::IMsgSetRequest> gfoMsgSetRequest_latest(
-    platform::IQBSessionManager& session
-) {
+std::shared_ptr<platform::IMsgSetRequest>
+gfoMsgSetRequest_latest(platform::IQBSessionManager& session) {
     const std::string version = gfsQBXMLVersion_latest(session);
     for (const VersionRow& row : kVersions) {
         if (row.exactly ? version == row.version : version >= row.version) {

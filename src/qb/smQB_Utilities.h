@@ -62,7 +62,7 @@ LegacyBool gfbOpenConnectionBeginSession(std::string& appName);
 
 /// Ends the session and closes the connection when a session was ever begun; clears `gbQBReady`. A
 /// failure is told in a box, and `gbQBReady` stays.
-void EndSessionCloseConnection();
+void EndSessionCloseConnection();  // NOLINT(readability-identifier-naming): fixed name
 
 /// Opens the session again and again until it stands and `gbQBReady` is set. Gives up, with
 /// `gbQBReady` kNo, when Stop was requested or no operator is left who could answer the box.
@@ -74,9 +74,8 @@ std::string gfsQBXMLVersion_latest(platform::IQBSessionManager& session);
 
 /// A new request set for the version that gfsQBXMLVersion_latest gives. Costs one exchange.
 /// @throws PlatformError, BasicError as there.
-std::shared_ptr<platform::IMsgSetRequest> gfoMsgSetRequest_latest(
-    platform::IQBSessionManager& session
-);
+std::shared_ptr<platform::IMsgSetRequest>
+gfoMsgSetRequest_latest(platform::IQBSessionManager& session);
 
 /// Replaces `requestMsgSet` by a new, empty set and clears the status. Costs one exchange.
 /// @return kNo when there is no set. @throws PlatformError, BasicError to the builder's handler.
@@ -96,7 +95,8 @@ void gpQBStatus_clear();
 
 namespace qb {
 
-/// The session object, made on first use. @throws PlatformError kNoObjectLibrary when there is none.
+/// The session object, made on first use. @throws PlatformError kNoObjectLibrary when there is
+/// none.
 platform::IQBSessionManager& session();
 
 /// Fills `gaQBSalesReps` with the active sales reps of the company file, by one query. A failure

@@ -55,9 +55,7 @@ util::DateTime dateOf(std::string_view text) {
 std::string wireDate(util::DateTime date) {
     const util::CalendarDate parts = util::calendarDate(date.day);
     std::array<char, 40> text{};
-    std::snprintf(
-        text.data(), text.size(), "%04d-%02d-%02d", parts.year, parts.month, parts.day
-    );
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", parts.year, parts.month, parts.day);
     return text.data();
 }
 

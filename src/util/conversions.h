@@ -24,6 +24,8 @@ std::string lower(std::string_view text);
 /// True when `text` is greater than one blank in a comparison by bytes: the suite's test for "not
 /// blank". Empty, one blank and a text that begins with code 0 are not greater.
 bool aboveBlank(std::string_view text);
+/// Order of two texts by character codes: -1, 0 or 1; the shorter of two that begin alike is less.
+int compareBinary(std::string_view left, std::string_view right);
 /// Pieces of `text` between separators; empty pieces stay; an empty text gives one empty piece.
 std::vector<std::string> split(std::string_view text, char separator);
 /// The text with every `from` replaced by `to`.

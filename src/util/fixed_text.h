@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace util {
 
@@ -22,8 +23,10 @@ public:
     FixedText(const std::string& text) { assign(text); }  // NOLINT(google-explicit-constructor)
     FixedText(const char* text) { assign(std::string_view(text)); }  // NOLINT
 
-    FixedText& operator=(std::string_view text) {
-        assign(text);
+    template <class Text>
+    requires std::is_convertible_v<const Text&, std::string_view> FixedText&
+    operator=(const Text& text) {
+        assign(std::string_view(text));
         return *this;
     }
 

@@ -5,8 +5,8 @@
 
 namespace util {
 
-/// Text of code page 1252 as UTF-8. Every byte has a counterpart: the five that the code page leaves
-/// undefined become the control characters of the same number.
+/// Text of code page 1252 as UTF-8. Every byte has a counterpart: the five that the code page
+/// leaves undefined become the control characters of the same number.
 std::string toUtf8(std::string_view text);
 
 /// UTF-8 as text of code page 1252. A character without a counterpart, and every byte that is no

@@ -54,6 +54,9 @@ public:
     [[nodiscard]] virtual bool isWritable(const std::string& name) const = 0;
     /// The folder of the program's own files, without a backslash at the end.
     [[nodiscard]] virtual std::string programFolder() const = 0;
+    /// The folder for trace files: the program folder, or one of the user's own when that cannot be
+    /// written (it is made when it is missing). Without a backslash at the end.
+    [[nodiscard]] virtual std::string traceFolder() const { return programFolder(); }
     /// Remote name of a drive letter; nothing when it is no network drive.
     [[nodiscard]] virtual std::optional<std::string> driveRemote(char letter) const = 0;
 };

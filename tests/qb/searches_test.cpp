@@ -1,0 +1,317 @@
+#include "core/brv_op.h"
+#include "db/nuvDBSM_Inventory.h"
+#include "db/nuvDBSM_Names.h"
+#include "db/nuvDBSM_SalesHead.h"
+#include "qb/clsQBAccount.h"
+#include "qb/clsQBCustomer.h"
+#include "qb/clsQBEmployee.h"
+#include "qb/clsQBInventory.h"
+#include "qb/clsQBPO.h"
+#include "qb/clsQBSales.h"
+#include "qb/clsQBVendor.h"
+#include "qb/gateway_fixture.h"
+#include "qb/journal_and_payments.h"
+#include "qb/smQB_Utilities.h"
+#include "util/basic_error.h"
+
+namespace {
+
+using testing_support::answer;
+using testing_support::found;
+using testing_support::notFound;
+
+constexpr char kNotFoundBox[] = "NUV Brevane|none hereGetting Request";
+
+class Searches : public testing_support::GatewayTest {
+protected:
+    Searches() {
+        std::string name;
+        gfbOpenConnectionBeginSession(name);
+        gSalesHead.Invoice = std::string_view("0000123");
+        gNames.ARCode = std::string_view("ABC");
+        gInventory.SL = std::string_view("10000012");
+    }
+};
+
+/// Calls a search of a class whose key is `Name`.
+template <class Record, LegacyBool (Record::*search)()>
+LegacyBool byName() {
+    Record record;
+    record.Name = "ABC";
+    return (record.*search)();
+}
+
+template <LegacyBool (clsQBSales::*search)()>
+LegacyBool byTicket() {
+    clsQBSales sale;
+    sale.RefNumber = "123";
+    return (sale.*search)();
+}
+
+LegacyBool byOrder() {
+    clsQBPO order;
+    order.RefNumber = "4711";
+    gfbRequestMsgSet_reset();
+    return order.POSearchRq();
+}
+
+struct Search {
+    const char* query;
+    LegacyBool (*call)();
+    const char* filter;   ///< as it goes out, without the frame
+    const char* element;  ///< what the company file finds
+    const char*
+        failedSend;  ///< status text then; both blanks in front of the missing text are told
+};
+
+constexpr char kNameFilter[] =
+    "<NameFilter><MatchCriterion>StartsWith</MatchCriterion><Name>ABC</Name></NameFilter>";
+constexpr char kTicketFilter[] = "<RefNumberFilter><MatchCriterion>Contains</MatchCriterion>"
+                                 "<RefNumber>0000123</RefNumber></RefNumberFilter>";
+
+const Search kSearches[] = {
+    {"CustomerQuery",
+     &byName<clsQBCustomer, &clsQBCustomer::CustomerSearchRq>,
+     kNameFilter,
+     "<CustomerRet><FullName>ABC</FullName></CustomerRet>",
+     "CustomerSearchRq ABC "},
+    {"EmployeeQuery",
+     &byName<clsQBEmployee, &clsQBEmployee::EmployeeSearchRq>,
+     kNameFilter,
+     "<EmployeeRet><Name>ABCD</Name></EmployeeRet>",
+     "EmployeeSearchRq ABC "},
+    {"OtherNameQuery",
+     &byName<clsQBEmployee, &clsQBEmployee::OtherNameSearchRq>,
+     kNameFilter,
+     "<OtherNameRet><Name>ABCD</Name></OtherNameRet>",
+     "OtherNameSearchRq ABC "},
+    {"VendorQuery",
+     &byName<clsQBVendor, &clsQBVendor::VendorSearchRq>,
+     kNameFilter,
+     "<VendorRet><Name>ABCD</Name></VendorRet>",
+     "VendorSearchRq ABC "},
+    {"CreditMemoQuery",
+     &byTicket<&clsQBSales::CreditMemoSearchRq>,
+     kTicketFilter,
+     "<CreditMemoRet><RefNumber>0000123</RefNumber></CreditMemoRet>",
+     "Credit Memo search 0000123 "},
+    {"SalesReceiptQuery",
+     &byTicket<&clsQBSales::SalesReceiptSearchRq>,
+     kTicketFilter,
+     "<SalesReceiptRet><TxnID>1</TxnID></SalesReceiptRet>",
+     "SalesReceipt search 123 "},
+    {"InvoiceQuery",
+     &byTicket<&clsQBSales::InvoiceSearchRq>,
+     kTicketFilter,
+     "<InvoiceRet><TxnID>1</TxnID></InvoiceRet>",
+     "Incoice search 123 "},
+    {"ReceivePaymentQuery",
+     &gfbReceivePayment_search,
+     kTicketFilter,
+     "<ReceivePaymentRet><TxnID>1</TxnID></ReceivePaymentRet>",
+     "ReceivePayment search 0000123 "},
+    {"PurchaseOrderQuery",
+     &byOrder,
+     "<IncludeLineItems>true</IncludeLineItems><IncludeLinkedTxns>true</IncludeLinkedTxns>"
+     "<RefNumberFilter><MatchCriterion>Contains</MatchCriterion><RefNumber>4711</RefNumber>"
+     "</RefNumberFilter>",
+     "<PurchaseOrderRet><TxnID>1</TxnID></PurchaseOrderRet>",
+     "Error: -7 gone"},
+};
+
+TEST_F(Searches, tellFoundFromNotFoundAndFromFailed) {
+    for (const Search& search : kSearches) {
+        SCOPED_TRACE(search.query);
+        const bool isOrder = std::string(search.query) == "PurchaseOrderQuery";
+        const std::string more = isOrder ? " / NUV Brevane|No Record Match." : "";
+        company.answers = {found(search.query, search.element)};
+        EXPECT_EQ(search.call(), kYes);
+        EXPECT_NE(lastRequest().find(std::string(search.query) + "Rq"), std::string::npos);
+        EXPECT_NE(lastRequest().find(search.filter), std::string::npos) << lastRequest();
+        EXPECT_EQ(gnQBReturnedCount, 1);
+        EXPECT_EQ(boxes(), "");
+
+        company.answers = {notFound(search.query)};
+        EXPECT_EQ(search.call(), kNo);
+        EXPECT_EQ(boxes(), kNotFoundBox + more);
+
+        company.answers = {found("HostQuery", search.element)};  // an answer of another kind
+        EXPECT_EQ(search.call(), isOrder ? kYes : kNo);
+        boxes();
+
+        company.failSends = true;
+        EXPECT_EQ(search.call(), kNo);
+        company.failSends = false;
+        EXPECT_EQ(gsQBStatusMessage, search.failedSend);
+        EXPECT_EQ(gnQBErrorNumber, isOrder ? -7 : 0);
+        EXPECT_EQ(boxes(), "NUV Brevane|Error: -7 gone");
+    }
+}
+
+TEST_F(Searches, sendNothingForABlankKey) {
+    clsQBCustomer customer;
+    clsQBEmployee employee;
+    clsQBAccount account;
+    clsQBPO order;
+    customer.Name = employee.Name = account.Name = "  ";
+    EXPECT_EQ(customer.CustomerSearchRq(), kNo);
+    EXPECT_EQ(employee.EmployeeSearchRq(), kNo);
+    EXPECT_EQ(employee.OtherNameSearchRq(), kNo);
+    EXPECT_EQ(account.AccountSearchRq(), kNo);
+    EXPECT_EQ(order.POSearchRq(), kNo);
+    EXPECT_TRUE(company.sent.empty());
+    EXPECT_EQ(boxes(), "");
+}
+
+TEST_F(Searches, takeTheCustomerOfExactlyThatName) {
+    constexpr char kOther[] =
+        "<CustomerRet><ListID>1</ListID><FullName>ABCD</FullName><Email>x</Email></CustomerRet>";
+    constexpr char kThis[] =
+        "<CustomerRet><ListID>2</ListID><EditSequence>9</EditSequence><FullName>ABC</FullName>"
+        "<BillAddress><Addr1>Main St</Addr1><City>Troy</City></BillAddress>"
+        "<Balance>-12.50</Balance></CustomerRet>";
+    clsQBCustomer customer;
+    customer.Name = "ABC";
+    customer.Phone = "stays";
+    company.answers = {found("CustomerQuery", std::string(kOther) + kThis)};
+    EXPECT_EQ(customer.CustomerSearchRq(), kYes);
+    EXPECT_EQ(customer.ListID + customer.EditSequence + customer.Email, "29");
+    EXPECT_EQ(customer.ReadAddress1 + customer.City + customer.Address1, "Main StTroy");
+    EXPECT_EQ(customer.OpenBalance, util::Money::fromRaw(-125000));
+    EXPECT_EQ(customer.Phone, "stays");
+    customer.Name = "AB";
+    company.answers = {found("CustomerQuery", kOther)};
+    EXPECT_EQ(customer.CustomerSearchRq(), kNo);
+    EXPECT_EQ(customer.Name, "ABC") << "the code of the record";
+}
+
+TEST_F(Searches, takeTheItemOfTheRecordAndNeverAnotherOnesIdentity) {
+    const auto inventory = [](const char* name, const char* id, const char* cost) {
+        return std::string("<ItemInventoryRet><ListID>") + id + "</ListID><Name>" + name +
+               "</Name><COGSAccountRef><FullName>COGS</FullName></COGSAccountRef><AverageCost>" +
+               cost + "</AverageCost></ItemInventoryRet>";
+    };
+    const std::string service =
+        "<ItemServiceRet><ListID>3</ListID><Name>else</Name></ItemServiceRet>";
+    struct Case {
+        const char* given;
+        std::string elements;
+        LegacyBool result;
+        const char* listId;
+        std::int64_t cost;
+    };
+    const Case cases[] = {
+        {"exact name behind a longer one",
+         inventory("1000001.25", "1", "9") + inventory("1000001.2", "2", "3.5"),
+         kYes,
+         "2",
+         35000},
+        {"only a longer name", inventory("1000001.25", "1", "9"), kNo, "", 90000},
+        {"another kind counts as found", service, kYes, "", 0},
+        {"another kind behind a longer name",
+         inventory("1000001.25", "1", "9") + service,
+         kYes,
+         "",
+         90000},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.given);
+        clsQBInventory item;
+        item.Name = "1000001.2";
+        company.answers = {found("ItemQuery", row.elements)};
+        EXPECT_EQ(item.ItemQueryRq(), row.result);
+        EXPECT_EQ(item.ListID, row.listId);
+        EXPECT_EQ(item.AverageCost.raw(), row.cost);
+        EXPECT_EQ(item.Name, "1000001.2");
+    }
+    gInventory.SL = std::string_view("~POUT");
+    clsQBInventory special;
+    special.Name = "~POUT";
+    company.answers = {found("ItemQuery", inventory("~POUT", "7", "0"))};
+    EXPECT_EQ(special.ItemQueryRq(), kYes);
+}
+
+TEST_F(Searches, takeTheFirstVendorAndLeaveTheNameToTheCaller) {
+    clsQBVendor vendor;
+    vendor.Name = "AC";
+    company.answers = {found(
+        "VendorQuery",
+        "<VendorRet><ListID>1</ListID><Name>ACME</Name><TermsRef><FullName>Net 15"
+        "</FullName></TermsRef></VendorRet><VendorRet><Name>AC</Name></VendorRet>"
+    )};
+    EXPECT_EQ(vendor.VendorSearchRq(), kYes);
+    EXPECT_EQ(vendor.ListID + vendor.TermsName + vendor.Name, "1Net 15AC");
+    EXPECT_EQ(gnQBReturnedCount, 2);
+    vendor.VendorKeyRet_get(0);
+    EXPECT_EQ(vendor.Name, "ACME");
+    EXPECT_THROW(vendor.VendorInfoRet_get(2), util::BasicError);
+}
+
+TEST_F(Searches, deleteAVendorTwice) {
+    clsQBVendor vendor;
+    vendor.ListID = "80000001-1";
+    company.answers = {answer("ListDel", 3120, "first"), answer("ListDel", 3120, "second")};
+    EXPECT_EQ(vendor.VendorDeleteRequest(), kNo);
+    ASSERT_EQ(company.sent.size(), 2U);
+    EXPECT_EQ(company.sent[0], company.sent[1]);
+    EXPECT_EQ(
+        boxes(),
+        "NUV Brevane|Status: Code = 3120, Severity = Error, Message = first / NUV Brevane|"
+        "secondGetting Request"
+    );
+}
+
+TEST_F(Searches, readAPurchaseOrderAsAWhole) {
+    clsQBPO order;
+    order.RefNumber = "4711";
+    order.VendorCity = "old";
+    gfbRequestMsgSet_reset();
+    company.answers = {found(
+        "PurchaseOrderQuery",
+        "<PurchaseOrderRet><EditSequence>8</EditSequence><VendorRef><FullName>"
+        "ACME</FullName></VendorRef><DueDate>2024-05-07</DueDate>"
+        "</PurchaseOrderRet>"
+    )};
+    EXPECT_EQ(order.POSearchRq(), kYes);
+    EXPECT_EQ(order.DueDate + order.VendorName + order.EditSequence, "5/7/2024ACME8");
+    EXPECT_EQ(order.VendorCity, "");
+    company.answers = {notFound("PurchaseOrderQuery")};
+    EXPECT_EQ(order.POSearchRq(), kNo);
+    EXPECT_EQ(gsQBStatusCode + gsQBStatusMessage, "1No items were returned by QuickBooks.");
+    company.answers = {answer("PurchaseOrderQuery", 3020, "bad")};
+    EXPECT_EQ(order.POSearchRq(), kNo);
+    EXPECT_EQ(
+        gsQBStatusMessage,
+        "Error occured.  Status Code = 3020, Status Message = bad, Status Severity = Error"
+    );
+}
+
+TEST_F(Searches, fillTheListOfAccounts) {
+    company.answers = {found(
+        "AccountQuery",
+        "<AccountRet><ListID>1</ListID><Name>Cash</Name><FullName>Bank:Cash</FullName><ParentRef>"
+        "<FullName>Bank</FullName></ParentRef><Sublevel>1</Sublevel><AccountType>Bank"
+        "</AccountType><Balance>3.25</Balance></AccountRet>"
+        "<AccountRet><FullName>Other</FullName><AccountType>OtherIncome</AccountType></AccountRet>"
+    )};
+    EXPECT_EQ(gfbAccountQuery_requested(), kYes);
+    EXPECT_NE(lastRequest().find("<ActiveStatus>ActiveOnly<"), std::string::npos);
+    gpAccountQuery_populated();
+    ASSERT_EQ(gaQBAccounts.size(), 2U);
+    EXPECT_EQ(gaQBAccounts[0].FullName + gaQBAccounts[0].ParentName, "Bank:CashBank");
+    EXPECT_EQ(gaQBAccounts[0].AccountType + gaQBAccounts[1].AccountType, "215");
+    EXPECT_EQ(gaQBAccounts[0].Balance.raw(), 32500);
+    EXPECT_EQ(gaQBAccounts[0].Sublevel, 1);
+
+    company.answers = {notFound("AccountQuery")};
+    EXPECT_EQ(gfbAccountQuery_requested(), kYes);
+    gpAccountQuery_populated();
+    EXPECT_EQ(gaQBAccounts.size(), 2U) << "a failed status leaves the list";
+    EXPECT_EQ(boxes(), "");
+
+    company.failures.emplace("exchange", platform::PlatformError(-7, "gone"));
+    EXPECT_EQ(gfbAccountQuery_requested(), kNo);
+    EXPECT_EQ(gsQBStatusMessage, "gfbAccountQuery_requested: -7 gone");
+}
+
+}  // namespace
