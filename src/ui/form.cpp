@@ -1,7 +1,8 @@
 #include "ui/form.h"
 
+#include "util/conversions.h"
+
 #include <algorithm>
-#include <cctype>
 #include <stdexcept>
 
 namespace ui {
@@ -11,13 +12,6 @@ namespace {
 std::vector<Form*>& loadedForms() {
     static std::vector<Form*> forms;
     return forms;
-}
-
-bool sameName(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) ==
-               std::tolower(static_cast<unsigned char>(b));
-    });
 }
 
 ControlState startState(const Control& control) {
@@ -52,7 +46,7 @@ Form::~Form() {
 
 ControlState* Form::findControl(std::string_view name, int index) {
     const auto found = std::find_if(states_.begin(), states_.end(), [&](const ControlState& state) {
-        return state.index == index && sameName(state.name, name);
+        return state.index == index && util::sameName(state.name, name);
     });
     return found == states_.end() ? nullptr : &*found;
 }
@@ -157,7 +151,7 @@ void Form::close() {
 Form* findForm(std::string_view name) {
     const auto& forms = loadedForms();
     const auto found = std::find_if(forms.rbegin(), forms.rend(), [&](const Form* form) {
-        return sameName(form->name(), name);
+        return util::sameName(form->name(), name);
     });
     return found == forms.rend() ? nullptr : *found;
 }

@@ -26,6 +26,8 @@ std::string lower(std::string_view text);
 bool aboveBlank(std::string_view text);
 /// Order of two texts by character codes: -1, 0 or 1; the shorter of two that begin alike is less.
 int compareBinary(std::string_view left, std::string_view right);
+/// True when two names are the same without regard to letter case.
+bool sameName(std::string_view left, std::string_view right);
 /// Pieces of `text` between separators; empty pieces stay; an empty text gives one empty piece.
 std::vector<std::string> split(std::string_view text, char separator);
 /// The text with every `from` replaced by `to`.

@@ -84,6 +84,10 @@ int compareBinary(std::string_view left, std::string_view right) {
     return (order > 0 ? 1 : 0) - (order < 0 ? 1 : 0);
 }
 
+bool sameName(std::string_view left, std::string_view right) {
+    return left.size() == right.size() && lower(left) == lower(right);
+}
+
 std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> pieces;
     std::size_t begin = 0;

@@ -1,7 +1,7 @@
 #include "platform/ports/platform.h"
 
-#include <algorithm>
-#include <cctype>
+#include "util/conversions.h"
+
 #include <stdexcept>
 
 namespace platform {
@@ -19,13 +19,6 @@ Port& need(Port* port) {
         throw std::logic_error("a platform adapter was used before it was installed");
     }
     return *port;
-}
-
-bool sameName(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) ==
-               std::tolower(static_cast<unsigned char>(b));
-    });
 }
 
 }  // namespace
@@ -60,7 +53,7 @@ ClockPort& systemClock() {
 
 int fieldOrdinal(const RowSet& rows, std::string_view name) {
     for (int ordinal = 0; ordinal < rows.fieldCount(); ++ordinal) {
-        if (sameName(rows.fieldName(ordinal), name)) {
+        if (util::sameName(rows.fieldName(ordinal), name)) {
             return ordinal;
         }
     }
