@@ -2,7 +2,7 @@
 BUILD ?= build/release
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps build test check format-check include-check tidy tidy-changed asan lines clean
+.PHONY: all deps build demo bench test check format-check include-check tidy tidy-changed asan lines clean
 
 all: build
 
@@ -12,6 +12,14 @@ deps:
 build: deps
 	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=Release > /dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
+
+demo: build
+	@scripts/demo $(BUILD)
+
+bench: deps
+	@cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DBREVANE_BENCH=ON > /dev/null
+	@cmake --build build/bench -j $(JOBS) --target benches
+	@build/bench/bench/benches
 
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)

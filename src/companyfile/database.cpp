@@ -36,6 +36,7 @@ CREATE TABLE posting (
   name INTEGER NOT NULL, PRIMARY KEY (txn, position)) WITHOUT ROWID;
 CREATE TABLE applied (
   payment INTEGER NOT NULL, target INTEGER NOT NULL, amount INTEGER NOT NULL, PRIMARY KEY (payment, target)) WITHOUT ROWID;
+CREATE INDEX txn_name ON txn (name);
 CREATE INDEX applied_target ON applied (target);
 INSERT INTO meta VALUES ('clock', 1420459200), ('entries', 0), ('transactions', 0), ('lines', 0);
 )";
@@ -160,6 +161,14 @@ void Database::execute(const char* sql) {
     }
 }
 
+void Database::tryExecute(const char* sql) noexcept {
+    sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr);
+}
+
+std::int64_t Database::changes() const {
+    return sqlite3_total_changes(handle());
+}
+
 std::int64_t Database::foreignChanges() {
     const bool row = foreignChanges_->bind().step();
     const std::int64_t value = row ? foreignChanges_->integer(0) : 0;
@@ -195,7 +204,7 @@ Work::Work(Database& database, bool writes) : database_(database) {
 
 Work::~Work() {
     if (open_) {
-        sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        database_.tryExecute("ROLLBACK");
     }
 }
 

@@ -55,6 +55,10 @@ public:
 
     Statement prepare(const char* sql) { return {*this, sql}; }
     void execute(const char* sql);
+    /// As execute, for a way out that must not fail: a failure is passed over.
+    void tryExecute(const char* sql) noexcept;
+    /// Grows with every row that this connection writes.
+    [[nodiscard]] std::int64_t changes() const;
     /// Grows whenever another connection has changed the file.
     std::int64_t foreignChanges();
     [[noreturn]] void fail() const;

@@ -72,6 +72,10 @@ util::Money amountFrom(std::string_view text) {
     return fromCents(scaled(text, 2));
 }
 
+std::string amountText(util::Money amount) {
+    return Decimal{amount.raw() * (Decimal::kScale / util::Money::kScale)}.text(2);
+}
+
 std::int64_t cents(util::Money amount) {
     return amount.raw() / kCent;
 }

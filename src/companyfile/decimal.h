@@ -32,6 +32,8 @@ struct Decimal {
 /// The amount of a wire text ("97" or "97.50"); empty gives 0.
 util::Money amountFrom(std::string_view text);
 /// Whole cents of an amount that has no more than two decimals, and back.
+/// The amount as the wire shows it, with two decimals.
+std::string amountText(util::Money amount);
 std::int64_t cents(util::Money amount);
 util::Money fromCents(std::int64_t cents);
 

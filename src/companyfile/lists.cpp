@@ -61,14 +61,16 @@ Lists::Lists(Database& database)
       figures_(database.prepare(
           "UPDATE entry SET balance = ?, quantity = ?, average_cost = ? WHERE id = ?"
       )),
-      delete_(database.prepare("DELETE FROM entry WHERE id = ?")) {
-    load();
-}
+      delete_(database.prepare("DELETE FROM entry WHERE id = ?")),
+      number_(database.prepare(
+          "UPDATE meta SET value = value + 1 WHERE key = 'entries' RETURNING value"
+      )) {}
 
 void Lists::load() {
     entries_.clear();
     byListId_.clear();
     byName_.clear();
+    bySpecial_.clear();
     Statement rows = database_.prepare("SELECT * FROM entry ORDER BY id");
     while (rows.step()) {
         Entry entry;
@@ -113,12 +115,19 @@ Entry* Lists::byName(NameSpace space, std::string_view fullName) {
 }
 
 Entry* Lists::specialAccount(std::string_view special) {
-    for (auto& [id, entry] : entries_) {
-        if (entry.special == special) {
-            return &entry;
-        }
+    const auto found = bySpecial_.find(special);
+    return found == bySpecial_.end() ? nullptr : found->second;
+}
+
+std::vector<Entry*> Lists::startingWith(NameSpace space, std::string_view prefix) {
+    const std::string key = nameKey(space, prefix);
+    std::vector<Entry*> found;
+    for (auto place = byName_.lower_bound(key);
+         place != byName_.end() && place->first.starts_with(key);
+         ++place) {
+        found.push_back(place->second);
     }
-    return nullptr;
+    return found;
 }
 
 void Lists::nameFully(Entry& entry) {
@@ -136,11 +145,17 @@ void Lists::nameFully(Entry& entry) {
 void Lists::index(Entry& entry) {
     byListId_[entry.listId] = &entry;
     byName_[nameKey(entry.kind->space, entry.foldedName)] = &entry;
+    if (!entry.special.empty()) {
+        bySpecial_[entry.special] = &entry;
+    }
 }
 
 void Lists::unindex(const Entry& entry) {
     byListId_.erase(entry.listId);
     byName_.erase(nameKey(entry.kind->space, entry.foldedName));
+    if (!entry.special.empty()) {
+        bySpecial_.erase(entry.special);
+    }
 }
 
 void Lists::requireGoodName(const Entry& entry) const {
@@ -164,11 +179,9 @@ void Lists::requireGoodName(const Entry& entry) const {
 Entry& Lists::add(Entry entry, std::int64_t now) {
     nameFully(entry);
     requireGoodName(entry);
-    Statement next =
-        database_.prepare("UPDATE meta SET value = value + 1 WHERE key = 'entries' RETURNING value"
-        );
-    next.step();
-    entry.id = next.integer(0);
+    number_.bind().step();
+    entry.id = number_.integer(0);
+    number_.bind();
     constexpr std::int64_t kFirstListId = 0x80000000;
     std::string number(40, '\0');
     number.resize(static_cast<std::size_t>(std::snprintf(
@@ -208,11 +221,14 @@ Entry& Lists::change(Entry changed, std::int64_t now) {
     requireGoodName(changed);
     Entry& entry = entries_.at(changed.id);
     unindex(entry);
+    const bool renamed = entry.fullName != changed.fullName;
     entry = std::move(changed);
     entry.modified = now;
     entry.editSequence = std::max(now, entry.editSequence + 1);
     index(entry);
-    renameChildren(entry);
+    if (renamed) {
+        renameChildren(entry);
+    }
     update_
         .bind(
             entry.name,

@@ -55,8 +55,9 @@ struct Entry {
     std::int64_t created = 0;  ///< seconds since 1970
     std::int64_t modified = 0;
     std::int64_t editSequence = 0;
-    util::Money balance;  ///< customers: what they owe; vendors: what they are owed
-    Decimal quantity;     ///< inventory items: on hand
+    /// Customers: what they owe; vendors: what they are owed; accounts: debits less credits.
+    util::Money balance;
+    Decimal quantity;  ///< inventory items: on hand
     Decimal averageCost;
     std::string special;  ///< SpecialAccountType of an account
     Element fields;       ///< the other elements, references as ListID
@@ -65,6 +66,7 @@ struct Entry {
 /// All list entries, kept in memory and written through to the file.
 class Lists {
 public:
+    /// Empty until load() was called.
     explicit Lists(Database& database);
 
     /// Reads everything again.
@@ -77,6 +79,9 @@ public:
     Entry* byName(NameSpace space, std::string_view fullName);
     /// The account that fulfils a special purpose; null: none yet.
     Entry* specialAccount(std::string_view special);
+    /// The entries of a name space whose folded full name begins with `prefix`, in the order of
+    /// their names.
+    std::vector<Entry*> startingWith(NameSpace space, std::string_view prefix);
 
     /// Writes a new entry; id, list id and the full name are set here. `now` becomes its times.
     /// @throws StatusError 3090 (colon in the name) or 3100 (name in use).
@@ -104,9 +109,11 @@ private:
     Statement update_;
     Statement figures_;
     Statement delete_;
+    Statement number_;
     std::map<std::int64_t, Entry> entries_;
     std::unordered_map<std::string, Entry*> byListId_;
-    std::unordered_map<std::string, Entry*> byName_;
+    std::map<std::string, Entry*, std::less<>> byName_;
+    std::map<std::string, Entry*, std::less<>> bySpecial_;
 };
 
 }  // namespace companyfile

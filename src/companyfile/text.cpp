@@ -101,6 +101,9 @@ std::string westernOnly(std::string_view utf8) {
 }
 
 bool matches(std::string_view criterion, std::string_view text, std::string_view part) {
+    if (criterion == "Equals") {
+        return text == part;
+    }
     if (criterion == "StartsWith") {
         return text.starts_with(part);
     }

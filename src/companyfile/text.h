@@ -20,7 +20,8 @@ void appendUtf8(std::string& out, char32_t codePoint);
 /// Takes the next character off the front of `utf8`; a broken sequence gives its first byte.
 char32_t nextCharacter(std::string_view& utf8);
 
-/// Tests `text` by one of the words StartsWith, Contains, EndsWith; both in the same case form.
+/// Tests `text` by one of the words Equals, StartsWith, Contains, EndsWith; both in the same case
+/// form.
 bool matches(std::string_view criterion, std::string_view text, std::string_view part);
 /// The pieces of `text` between `separator`s, empty ones included.
 std::vector<std::string_view> split(std::string_view text, char separator);

@@ -233,6 +233,12 @@ std::vector<std::int64_t> Transactions::ofType(std::string_view type) {
     return idsOf(rows.bind(type));
 }
 
+std::vector<std::int64_t> Transactions::ofName(std::string_view type, std::int64_t name) {
+    Statement rows =
+        database_.prepare("SELECT id FROM txn WHERE name = ? AND type = ? ORDER BY date, id");
+    return idsOf(rows.bind(name, type));
+}
+
 std::int64_t Transactions::withTxnId(std::string_view type, std::string_view txnId) {
     Statement rows = database_.prepare("SELECT id FROM txn WHERE txn_id = ? AND type = ?");
     return rows.bind(txnId, type).step() ? rows.integer(0) : 0;
@@ -254,9 +260,15 @@ util::Money Transactions::appliedTo(std::int64_t target) {
     return row.bind(target).step() ? fromCents(row.integer(0)) : util::Money();
 }
 
-util::Money Transactions::appliedFrom(std::int64_t payment) {
-    Statement row = database_.prepare("SELECT total(amount) FROM applied WHERE payment = ?");
-    return row.bind(payment).step() ? fromCents(row.integer(0)) : util::Money();
+std::vector<std::pair<std::int64_t, util::Money>> Transactions::paymentsOf(std::int64_t target) {
+    std::vector<std::pair<std::int64_t, util::Money>> payments;
+    Statement rows =
+        database_.prepare("SELECT payment, amount FROM applied WHERE target = ? ORDER BY payment");
+    rows.bind(target);
+    while (rows.step()) {
+        payments.emplace_back(rows.integer(0), fromCents(rows.integer(1)));
+    }
+    return payments;
 }
 
 std::map<std::int64_t, std::pair<util::Money, util::Money>> Transactions::accountSums() {

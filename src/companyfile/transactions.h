@@ -96,13 +96,16 @@ public:
     withReference(std::string_view type, std::string_view criterion, std::string_view folded);
     /// Ids of a type (empty: all types) in order of entry.
     std::vector<std::int64_t> ofType(std::string_view type);
+    /// Ids of a type and a customer or vendor, by date and then in order of entry.
+    std::vector<std::int64_t> ofName(std::string_view type, std::int64_t name);
     /// The id behind a TxnID; 0: none of that type.
     std::int64_t withTxnId(std::string_view type, std::string_view txnId);
     /// The reference number after the highest whole number in use.
     std::string nextReference(std::string_view type);
-    /// What payments have taken of a transaction, and what a payment gave.
+    /// What payments have taken of a transaction.
     util::Money appliedTo(std::int64_t target);
-    util::Money appliedFrom(std::int64_t payment);
+    /// The payments that were applied to a transaction, with their shares.
+    std::vector<std::pair<std::int64_t, util::Money>> paymentsOf(std::int64_t target);
     /// Types' sums of postings by account id: debit, credit.
     std::map<std::int64_t, std::pair<util::Money, util::Money>> accountSums();
     /// True when some transaction holds a reference to the entry.

@@ -57,7 +57,7 @@ bool isInterval(std::string_view text) {
 }
 
 std::string asAmount(std::string_view text) {
-    return amountFrom(text).text(2);
+    return amountText(amountFrom(text));
 }
 std::string asPrice(std::string_view text) {
     return Decimal::fromText(text).text(2);

@@ -38,7 +38,7 @@ public:
     [[nodiscard]] const std::string& FieldKey() const { return fieldKey_; }
 
     /// True when there is a file of that name.
-    [[nodiscard]] LegacyBool gfb_FileExists(const std::string& name) const;
+    [[nodiscard]] LegacyBool gfb_FileExists(const std::string& name) const;  // NOLINT
     /// Writes the five stored values to the settings and the data path to the file of `gIni`, when
     /// that is open. The path is stored without a backslash at its end.
     /// @throws PlatformError when the settings cannot be written.
@@ -53,14 +53,14 @@ public:
     void Validate();
     /// As gfbNUV_DataPath_open of nuvDataPath_Ops, with "C:\KV" as default path when none is given.
     /// The last switch has no effect.
-    LegacyBool gfbNUV_DataPath_open(
+    LegacyBool gfbNUV_DataPath_open(  // NOLINT
         LegacyBool ask,
         std::int32_t maxStations,
         const std::string& defaultPath = {},
         LegacyBool unused = kNo
     );
     /// As gfbNUV_DataPath_change of nuvDataPath_Ops.
-    LegacyBool gfbNUV_DataPath_change();
+    LegacyBool gfbNUV_DataPath_change();  // NOLINT
     /// Takes the values from the settings of the suite.
     void gpDataPathRead();
 

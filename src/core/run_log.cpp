@@ -26,7 +26,7 @@ std::string logFileName() {
 }
 
 std::string traceFileName() {
-    return platform::files().programFolder() + "\\BRV.txt";
+    return platform::files().traceFolder() + "\\BRV.txt";
 }
 
 void startTrace(std::string_view line) {

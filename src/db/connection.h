@@ -62,7 +62,10 @@ namespace db {
 inline constexpr char kSettingsApplication[] = "NUV Settings";
 inline constexpr char kSettingsSection[] = "DATABASE";
 
-/// The open data connection's object. @throws platform::PlatformError 91 when there is none yet.
+/// Opens the data connection when it is not open; `DBConnected` follows its state.
+/// @return whether it is open now. Nothing is shown.
+bool ensureConnected();
+/// The data connection's object. @throws platform::PlatformError 91 when there is none yet.
 platform::DataConnection& connection();
 /// Appends a line to the start-up trace "52.txt" of the program folder, which its owner alone may
 /// read (it holds the login). A failure is passed over.

@@ -116,7 +116,7 @@ void gpVendor_export() {
         done = vendor.VendorModifyReq() != kNo;
     } else {
         vendor.OpenBalance = {};
-        vendor.OpenBalanceDate = util::format(platform::systemClock().now(), "mm/dd/yyyy");
+        vendor.OpenBalanceDate = platform::systemClock().now();
         done = vendor.VendorAddRequest() != kNo;
     }
     if (done) {

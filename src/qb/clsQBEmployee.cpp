@@ -35,8 +35,9 @@ std::string gender(const clsQBEmployee& employee) {
 
 constexpr auto kEmployeeAdd = request(
     "EmployeeAdd",
-    send("EmployeeType", &employeeType),
+    // The format's table has no place for the name: it stands first, as in the other name lists.
     send("Name", &clsQBEmployee::Name),
+    send("EmployeeType", &employeeType),
     send("AccountNumber", &clsQBEmployee::AccountNumber),
     send("FirstName", &clsQBEmployee::FirstName),
     send("LastName", &clsQBEmployee::LastName),

@@ -35,6 +35,7 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 
 /// The number at the start of a text; blanks, tabs and line feeds are skipped everywhere; 0 when
 /// there is none. "&H1F" is hexadecimal, "&O17" octal, E and D begin an exponent.
+/// @throws BasicError 6 when the number is beyond the range of a double.
 double val(std::string_view text);
 /// True when the whole text can be converted to a number.
 bool isNumeric(std::string_view text);
@@ -71,6 +72,10 @@ std::optional<DateTime> dateFromText(
 /// follows only where the general form is asked for.
 std::string shortDate(DateTime date, DateOrder order = DateOrder::monthFirst);
 
+/// General text form of a date: the short date, then the time when it is not midnight, as
+/// "12/5/2024 2:05:00 PM"; day zero shows the time only.
+std::string textOf(DateTime date, DateOrder order = DateOrder::monthFirst);
+
 /// `value` by one of the suite's patterns: "0", "0.00", "0.000", "0000000", "00000000" for numbers
 /// (half away from zero on the decimal form with 15, or 7, digits).
 std::string format(double value, std::string_view pattern);
@@ -78,7 +83,8 @@ std::string format(float value, std::string_view pattern);
 std::string format(Money value, std::string_view pattern);
 std::string format(std::int64_t value, std::string_view pattern);
 /// Text by a number pattern or a date pattern: text that is no number (no date) passes unchanged,
-/// empty stays empty.
+/// empty stays empty. For a date pattern a number counts days from 30 December 1899; eight digits
+/// are beyond the calendar and pass unchanged, but "00000000" is day zero.
 std::string format(
     std::string_view text,
     std::string_view pattern,

@@ -2,13 +2,15 @@
 
 #include <compare>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
 namespace util {
 
 /// An amount of money (also a price, a cost, any DECIMAL column): fixed point with four decimals in
-/// 64 bits, so from -922337203685477.5808 to 922337203685477.5807. Exact; compared exactly.
+/// 64 bits, so from -922337203685477.5808 to 922337203685477.5807. Exact; compared exactly. Every
+/// operation whose result does not fit throws BasicError 6.
 class Money {
 public:
     constexpr Money() = default;
@@ -20,7 +22,12 @@ public:
         return money;
     }
     /// A whole amount.
-    static constexpr Money fromWhole(std::int64_t whole) { return fromRaw(whole * kScale); }
+    static constexpr Money fromWhole(std::int64_t whole) {
+        if (whole > kMax / kScale || whole < kMin / kScale) {
+            overflow();
+        }
+        return fromRaw(whole * kScale);
+    }
     /// The amount nearest to `value`, half to even on the fourth decimal (the product with 10000 is
     /// taken in extended precision). @throws BasicError 6 when it does not fit.
     static Money fromDouble(double value);
@@ -34,18 +41,30 @@ public:
     /// The nearest double; only for values that leave the system (a request, a ratio), never for a
     /// comparison.
     [[nodiscard]] double toDouble() const;
-    [[nodiscard]] constexpr Money abs() const { return fromRaw(raw_ < 0 ? -raw_ : raw_); }
+    [[nodiscard]] constexpr Money abs() const { return raw_ < 0 ? -*this : *this; }
     /// Rounded to `digits` (0 to 4) decimals, half away from zero.
     [[nodiscard]] Money rounded(int digits) const;
-    /// Decimal text with exactly `digits` (0 to 4) decimals, half away from zero, as "-1.50".
+    /// Decimal text with exactly `digits` (0 to 4) decimals, half away from zero, as "-1.50"; never
+    /// "-0.00".
     [[nodiscard]] std::string text(int digits) const;
 
     friend constexpr auto operator<=>(const Money&, const Money&) = default;
-    constexpr Money operator-() const { return fromRaw(-raw_); }
+    constexpr Money operator-() const {
+        if (raw_ == kMin) {
+            overflow();
+        }
+        return fromRaw(-raw_);
+    }
     friend constexpr Money operator+(Money left, Money right) {
+        if (right.raw_ > 0 ? left.raw_ > kMax - right.raw_ : left.raw_ < kMin - right.raw_) {
+            overflow();
+        }
         return fromRaw(left.raw_ + right.raw_);
     }
     friend constexpr Money operator-(Money left, Money right) {
+        if (right.raw_ > 0 ? left.raw_ < kMin + right.raw_ : left.raw_ > kMax + right.raw_) {
+            overflow();
+        }
         return fromRaw(left.raw_ - right.raw_);
     }
     constexpr Money& operator+=(Money other) { return *this = *this + other; }
@@ -54,6 +73,12 @@ public:
     static constexpr std::int64_t kScale = 10000;
 
 private:
+    static constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+    static constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
+
+    /// @throws BasicError 6.
+    [[noreturn]] static void overflow();
+
     std::int64_t raw_ = 0;
 };
 

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "platform/ports/platform.h"
-#include "platform/ports/quickbooks_session.h"
 
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,16 +17,15 @@ namespace testing_support {
 /// with the next of `answers`, else with a plain success. Answers are texts made by answer().
 struct ScriptedCompany {
     std::vector<std::string> calls;  ///< "open APP|NAME", "begin FILE", "end", "close"
-    std::vector<std::string> sent;   ///< sets other than host queries, as indented XML
-    std::string spoken;              ///< country and version of the last such set, as "US 6.0"
+    std::vector<std::string> sent;   ///< documents other than host queries
     int hostQueries = 0;
     std::vector<std::string> sessionVersions = {"1.0", "6.0", "13.0"};
     std::vector<std::string> hostVersions = {"1.0", "6.0", "13.0"};
     std::deque<std::string> answers;
     bool withoutList = false;  ///< what comes back has no list of answers
     bool failSends = false;    ///< every set but a host query fails with -7 "gone"
-    std::map<std::string, platform::PlatformError> failures;  ///< by step: "make", "open", "begin",
-                                                              ///< "end", "close", "exchange"
+    std::map<std::string, platform::PlatformError> failures;  ///< by step: "make", "begin",
+                                                              ///< "exchange"
     std::function<void()> onMessageBox;
     bool operatorPresent = true;
 
@@ -43,13 +40,14 @@ std::string answer(
 std::string found(const std::string& query, const std::string& body);
 std::string notFound(const std::string& query);
 
-/// The gateway over a scripted company file; nothing else of the world is real.
+/// The gateway over the real session, whose channel leads to a scripted company file. The run log
+/// is a real file in a scratch folder.
 class GatewayTest : public ::testing::Test {
 protected:
     GatewayTest();
     ~GatewayTest() override;
 
-    /// The last set sent, without line breaks and indents.
+    /// The last document sent, without line breaks and indents.
     [[nodiscard]] std::string lastRequest() const;
     /// The boxes shown since the last call as "title|text", joined by " / ".
     std::string boxes();

@@ -112,9 +112,8 @@ const Search kSearches[] = {
      "ReceivePayment search 0000123 "},
     {"PurchaseOrderQuery",
      &byOrder,
-     "<IncludeLineItems>true</IncludeLineItems><IncludeLinkedTxns>true</IncludeLinkedTxns>"
      "<RefNumberFilter><MatchCriterion>Contains</MatchCriterion><RefNumber>4711</RefNumber>"
-     "</RefNumberFilter>",
+     "</RefNumberFilter><IncludeLineItems>true</IncludeLineItems><IncludeLinkedTxns>true<",
      "<PurchaseOrderRet><TxnID>1</TxnID></PurchaseOrderRet>",
      "Error: -7 gone"},
 };

@@ -13,6 +13,12 @@ protected:
         std::string name;
         return gfbOpenConnectionBeginSession(name);
     }
+    /// Version in the last document sent; a country other than the United States stands in front.
+    [[nodiscard]] std::string spokenVersion() const {
+        const std::string mark = "<?qbxml version=\"";
+        const std::size_t start = company.sent.back().find(mark) + mark.size();
+        return company.sent.back().substr(start, company.sent.back().find('"', start) - start);
+    }
 };
 
 TEST_F(Session, choosesTheNumericMaximumAndComparesItAsText) {
@@ -23,14 +29,14 @@ TEST_F(Session, choosesTheNumericMaximumAndComparesItAsText) {
         bool warns;
     };
     const Case cases[] = {
-        {{"9.0", "13.0", "6.0"}, "13.0", "US 6.0", false},
-        {{"2.0"}, "2.0", "US 6.0", false},
-        {{"1.1"}, "1.1", "US 6.0", false},
-        {{"13.0", "13.00"}, "13.0", "US 6.0", false},
-        {{"05.5"}, "05.5", "US 5.0", false},
-        {{"02.0"}, "02.0", "US 2.0", false},
-        {{"02.5"}, "02.5", "US 1.0", true},
-        {{"none"}, "", "US 1.0", true},
+        {{"9.0", "13.0", "6.0"}, "13.0", "6.0", false},
+        {{"2.0"}, "2.0", "6.0", false},
+        {{"1.1"}, "1.1", "6.0", false},
+        {{"13.0", "13.00"}, "13.0", "6.0", false},
+        {{"05.5"}, "05.5", "5.0", false},
+        {{"02.0"}, "02.0", "2.0", false},
+        {{"02.5"}, "02.5", "1.0", true},
+        {{"none"}, "", "1.0", true},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.reported.front());
@@ -46,7 +52,7 @@ TEST_F(Session, choosesTheNumericMaximumAndComparesItAsText) {
         EXPECT_EQ(gfbRequestMsgSet_reset(), kYes);
         requestMsgSet->append("AccountQuery");
         gfbRequests_do();
-        EXPECT_EQ(company.spoken, row.spoken);
+        EXPECT_EQ(spokenVersion(), row.spoken);
         boxes();
         EndSessionCloseConnection();
     }
@@ -62,7 +68,7 @@ TEST_F(Session, opensUnderTheFixedIdentifierAndStaysUnitedStatesForACanadianFile
     gfbRequestMsgSet_reset();
     requestMsgSet->append("AccountQuery");
     EXPECT_EQ(gfbRequests_do(), kYes);
-    EXPECT_EQ(company.spoken, "US 6.0");
+    EXPECT_EQ(spokenVersion(), "6.0");
 }
 
 TEST_F(Session, tellsWhyItDidNotOpen) {

@@ -12,7 +12,7 @@ namespace platform {
 class IniSettingsStore : public SettingsStore {
 public:
     /// @param file full name; empty: `brevane/settings.ini` in the user's configuration folder.
-    explicit IniSettingsStore(std::string file = {});
+    explicit IniSettingsStore(const std::string& file = {});
 
     /// @throws PlatformError when the file is there and cannot be read.
     [[nodiscard]] std::string

@@ -1,0 +1,68 @@
+#include "companyfile/company_file.h"
+#include "config/clsDataPath.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "platform/ports/platform.h"
+#include "samplestore/store_writer.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace samplestore {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kCatalog[] = "NUVDATA1";
+
+void writeText(const fs::path& file, const std::string& text) {
+    std::ofstream stream(file, std::ios::binary);
+    stream << text;
+    stream.flush();
+    if (!stream) {
+        throw platform::PlatformError(75, file.string() + " cannot be written");
+    }
+}
+
+void writeSettings(const Options& options) {
+    auto& settings = platform::settings();
+    settings.save(db::kSettingsApplication, db::kSettingsSection, "Server", "embedded");
+    settings.save(db::kSettingsApplication, db::kSettingsSection, "DBName", kCatalog);
+    gDataPath.AppLabel = config::kAppLabel;
+    gDataPath.Station = "1";
+    gDataPath.DataPath = options.folder;
+    gDataPath.Save();
+}
+
+void connect(const Options& options) {
+    platform::CatalogFiles files;
+    files.name = kCatalog;
+    files.dataFile = options.folder + "/" + kCatalog + ".mdf";
+    platform::current().makeManagement()->addCatalog(files);
+    std::string message;
+    if (gfbDB_Connect(message) == kNo) {
+        throw platform::PlatformError(0, "the catalog cannot be opened: " + message);
+    }
+}
+
+}  // namespace
+
+int makeStore(const Options& options) {
+    const fs::path folder = options.folder;
+    if (fs::exists(folder / (std::string(kCatalog) + ".mdf"))) {
+        throw platform::PlatformError(58, options.folder + " holds a store already");
+    }
+    fs::create_directories(folder / "config" / "brevane");
+    fs::create_directories(folder / "program");
+    fs::permissions(folder, fs::perms::owner_all);  // company data is the owner's only
+    writeSettings(options);
+    connect(options);
+    const int rows = writeTables(options);
+    const std::string companyFile = (folder / "company.qbw").string();
+    const std::string setup = linkSetupText(companyFile);
+    writeText(folder / "QBLINK.NUV", setup);
+    writeCompanyFile(companyFile, setup);
+    return rows;
+}
+
+}  // namespace samplestore

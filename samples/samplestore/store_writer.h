@@ -1,0 +1,35 @@
+#pragma once
+
+#include "samplestore/shop.h"
+
+#include <string>
+
+namespace samplestore {
+
+/// What to make.
+struct Options {
+    std::string folder;  ///< data folder; made when it is missing
+    int sales = 0;
+    int days = 0;
+    std::uint64_t seed = 0;
+    std::string firstDay = "20150105";  ///< yyyymmdd
+};
+
+/// Makes the whole store in `options.folder` through the installed adapters: settings, catalog with
+/// its tables, `QBLINK.NUV`, company file. The engine stays connected to the catalog.
+/// @return count of rows written. @throws platform::PlatformError (58 when the folder holds a store
+/// already), companyfile::CallError.
+int makeStore(const Options& options);
+
+/// Fills the catalog of the connected engine: all twelve tables, in one transaction.
+/// @return count of rows written. @throws platform::PlatformError when the store refuses.
+int writeTables(const Options& options);
+
+/// Text of `QBLINK.NUV` for this shop and the company file at `companyFile`.
+std::string linkSetupText(const std::string& companyFile);
+
+/// Makes the company file: template, what the mapping names, and the people and ways of paying that
+/// this store's exports refer to. @throws companyfile::CallError.
+void writeCompanyFile(const std::string& file, const std::string& linkSetup);
+
+}  // namespace samplestore

@@ -1,0 +1,205 @@
+#include "companyfile/booking.h"
+
+#include "companyfile/accounts.h"
+#include "companyfile/references.h"
+#include "companyfile/text.h"
+
+#include <set>
+
+namespace companyfile {
+
+namespace {
+
+/// A receipt of goods changes what one piece costs on average.
+void averageIn(Entry& item, const Line& line) {
+    const Decimal quantity = item.quantity + line.stock;
+    const bool fresh = item.quantity.raw <= 0;
+    const util::Money before = fresh ? util::Money() : product(item.averageCost, item.quantity);
+    const Decimal share = fresh ? line.stock : quantity;
+    item.averageCost = quotient(before + line.amount, share);
+}
+
+/// Changes the figures that a transaction touches; `sign` is -1 to take it back.
+void applyEffects(Ledger& ledger, const Transaction& transaction, int sign) {
+    std::set<Entry*> touched;
+    const auto change = [&](Entry* entry, util::Money amount) {
+        if (entry != nullptr) {
+            entry->balance += sign < 0 ? -amount : amount;
+            touched.insert(entry);
+        }
+    };
+    for (const Posting& posting : transaction.postings) {
+        Entry* account = ledger.lists().byId(posting.account);
+        change(account, posting.amount);
+        const std::string_view type = account == nullptr ? "" : accountType(*account);
+        if (type == "AccountsReceivable") {
+            change(ledger.lists().byId(posting.name), posting.amount);
+        } else if (type == "AccountsPayable") {
+            change(ledger.lists().byId(posting.name), -posting.amount);
+        }
+    }
+    const Family family = transaction.kind->family;
+    const bool brings = sign > 0 && (family == Family::purchase || family == Family::internal);
+    for (const Line& line : transaction.lines) {
+        Entry* item = line.stock.isZero() ? nullptr : ledger.lists().byId(line.item);
+        if (item != nullptr) {
+            if (brings && line.stock.raw > 0) {
+                averageIn(*item, line);
+            }
+            item->quantity = item->quantity + (sign < 0 ? -line.stock : line.stock);
+            touched.insert(item);
+        }
+    }
+    for (const Entry* entry : touched) {
+        ledger.lists().saveFigures(*entry);
+    }
+}
+
+/// True for an account that can take the share of a line.
+bool takesLines(const Entry& account) {
+    const std::string_view type = accountType(account);
+    return type != "AccountsReceivable" && type != "AccountsPayable" && type != "NonPosting";
+}
+
+/// The first account that one of `fields` of the item names, unless the line names its own.
+Entry* itemAccount(
+    Ledger& ledger,
+    const Element& line,
+    const Entry& item,
+    std::initializer_list<std::string_view> fields
+) {
+    Entry* account = referenced(ledger.lists(), line, "OverrideItemAccountRef");
+    for (const std::string_view field : fields) {
+        if (account == nullptr) {
+            account = referenced(ledger.lists(), item.fields, field);
+        }
+    }
+    return account != nullptr && takesLines(*account) ? account : nullptr;
+}
+
+}  // namespace
+
+void post(Transaction& transaction, const Entry& account, util::Money amount, const Entry* name) {
+    if (!amount.isZero()) {
+        transaction.postings.push_back({account.id, amount, name == nullptr ? 0 : name->id});
+    }
+}
+
+void enter(Ledger& ledger, Transaction& transaction) {
+    util::Money difference;
+    for (const Posting& posting : transaction.postings) {
+        difference += posting.amount;
+    }
+    if (!difference.isZero()) {
+        throw cannotSave(transaction.kind->label, "Transaction not in balance.");
+    }
+    ledger.transactions().save(transaction, ledger.now());
+    applyEffects(ledger, transaction, 1);
+}
+
+void takeBack(Ledger& ledger, const Transaction& transaction) {
+    ledger.transactions().remove(transaction);
+    applyEffects(ledger, transaction, -1);
+}
+
+Entry&
+accountOf(Ledger& ledger, const Element& fields, std::string_view field, std::string_view special) {
+    Entry* account = referenced(ledger.lists(), fields, field);
+    return account == nullptr ? specialAccount(ledger, special) : *account;
+}
+
+Entry* incomeAccount(Ledger& ledger, const Element& line, const Entry& item) {
+    if (item.kind->kind == "ItemSalesTax") {
+        return &specialAccount(ledger, "SalesTaxPayable");
+    }
+    if (item.kind->kind == "ItemPayment") {
+        return &accountOf(ledger, item.fields, "DepositToAccountRef", "UndepositedFunds");
+    }
+    return itemAccount(
+        ledger,
+        line,
+        item,
+        {"IncomeAccountRef",
+         "SalesAndPurchase/IncomeAccountRef",
+         "SalesOrPurchase/AccountRef",
+         "AccountRef"}
+    );
+}
+
+Entry* expenseAccount(Ledger& ledger, const Element& line, const Entry& item) {
+    return itemAccount(
+        ledger,
+        line,
+        item,
+        {"AssetAccountRef",
+         "SalesAndPurchase/ExpenseAccountRef",
+         "SalesOrPurchase/AccountRef",
+         "AccountRef"}
+    );
+}
+
+void deriveAmount(Element& line, std::string_view rateField, Decimal price) {
+    const bool hasQuantity = !line.at("Quantity").empty();
+    const Decimal quantity =
+        hasQuantity ? Decimal::fromText(line.at("Quantity")) : Decimal::fromWhole(1);
+    if (line.at("Amount").empty()) {
+        const std::string_view sent = line.at(rateField);
+        const Decimal rate = sent.empty() ? price : Decimal::fromText(sent);
+        line.set(rateField, rate.text(2));
+        line.set("Amount", amountText(product(rate, quantity)));
+    } else if (line.at(rateField).empty() && hasQuantity && !quantity.isZero()) {
+        line.set(rateField, quotient(amountFrom(line.at("Amount")), quantity).text(2));
+    }
+}
+
+void checkAddresses(const Element& fields) {
+    for (const Element& child : fields.children) {
+        const auto has = [&](const char* name) { return !trimmed(child.at(name)).empty(); };
+        if (child.name.ends_with("Address") && (has("Addr4") || has("Addr5")) && has("City") &&
+            has("State") && has("PostalCode")) {
+            throw StatusError(
+                3210,
+                "The \"address\" field has an invalid value \"\"." +
+                    programSays("The parameter is incorrect.")
+            );
+        }
+    }
+}
+
+void bookOpening(
+    Ledger& ledger, std::string_view date, const Posting& posting, const Entry& other
+) {
+    Transaction transaction;
+    transaction.kind = transactionKind("OpeningBalance");
+    transaction.date = date.empty() ? ledger.today() : std::string(date);
+    transaction.name = posting.name;
+    transaction.total = posting.amount;
+    transaction.postings = {posting, {other.id, -posting.amount, posting.name}};
+    enter(ledger, transaction);
+}
+
+void bookStock(Ledger& ledger, const Entry& item, const Element& sent) {
+    const Decimal quantity = Decimal::fromText(sent.at("QuantityOnHand"));
+    const std::string_view value = sent.at("TotalValue");
+    Line line;
+    line.kind = "InventoryAdjustmentLine";
+    line.item = item.id;
+    line.stock = quantity;
+    line.amount = value.empty() ? product(Decimal::fromText(sent.at("PurchaseCost")), quantity)
+                                : amountFrom(value);
+    line.fields.set("ItemRef/ListID", item.listId);
+    line.fields.set("Quantity", quantity.text());
+    line.fields.set("Amount", amountText(line.amount));
+    Transaction transaction;
+    transaction.kind = transactionKind("InventoryAdjustment");
+    const std::string_view date = sent.at("InventoryDate");
+    transaction.date = date.empty() ? ledger.today() : std::string(date);
+    transaction.total = line.amount;
+    const Entry& asset = accountOf(ledger, item.fields, "AssetAccountRef", "InventoryAssets");
+    post(transaction, asset, line.amount, nullptr);
+    post(transaction, specialAccount(ledger, "OpeningBalanceEquity"), -line.amount, nullptr);
+    transaction.lines.push_back(std::move(line));
+    enter(ledger, transaction);
+}
+
+}  // namespace companyfile

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "platform/ports/platform_error.h"
+#include "platform/sql_dialect/columns.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace platform {
+
+/// One open catalog file. Texts that go in and out are code page 1252, statements UTF-8.
+class Database {
+public:
+    enum class Mode : std::uint8_t { existing, create };
+
+    /// Opens `file`. @param catalog  its name in messages; @param timeoutSeconds  how long a
+    /// statement waits for another program's lock. @throws PlatformError 5120, 5171 and others.
+    Database(const std::string& file, std::string catalog, int timeoutSeconds, Mode mode);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    Database(Database&&) = delete;
+    Database& operator=(Database&&) = delete;
+
+    /// Runs one statement to its end.
+    void run(const std::string& statement, const std::vector<Stored>& values = {});
+    /// Rows that the last statement changed.
+    [[nodiscard]] std::int64_t changes() const;
+    [[nodiscard]] const std::string& catalog() const { return catalog_; }
+
+private:
+    friend class Query;
+    [[noreturn]] void fail(int code) const;
+    /// A prepared statement that is at rest, from those that were kept when it is among them.
+    sqlite3_stmt* take(const std::string& statement) const;
+    /// Keeps a statement for the next time: the same few are run over and over.
+    void keep(const std::string& text, sqlite3_stmt* statement) const;
+    void forget() const;
+
+    sqlite3* handle_ = nullptr;
+    mutable std::map<std::string, sqlite3_stmt*> kept_;
+    std::string file_;
+    std::string catalog_;
+};
+
+/// A prepared statement with its rows; holds no lock once it is reset or gone.
+class Query {
+public:
+    Query(const Database& database, std::string statement);
+    ~Query();
+    Query(const Query&) = delete;
+    Query& operator=(const Query&) = delete;
+    Query(Query&&) = delete;
+    Query& operator=(Query&&) = delete;
+
+    void bind(const std::vector<Stored>& values);
+    /// Goes to the next row; false behind the last.
+    bool step();
+    void reset();
+    [[nodiscard]] int columnCount() const;
+    [[nodiscard]] Stored value(int column) const;
+    /// The value as text; empty for no value.
+    [[nodiscard]] std::string text(int column) const;
+    [[nodiscard]] std::int64_t number(int column) const;
+
+private:
+    const Database& database_;
+    std::string text_;
+    sqlite3_stmt* statement_ = nullptr;
+};
+
+/// Runs `body` as a whole or not at all.
+template <class Body>
+void asOneStep(Database& database, Body&& body) {
+    database.run("SAVEPOINT step");
+    try {
+        body();
+    } catch (const PlatformError&) {
+        ignoringErrors([&] { database.run("ROLLBACK TO step"); });
+        ignoringErrors([&] { database.run("RELEASE step"); });
+        throw;
+    }
+    database.run("RELEASE step");
+}
+
+}  // namespace platform

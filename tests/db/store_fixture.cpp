@@ -1,0 +1,113 @@
+#include "db/store_fixture.h"
+
+#include "config/clsDataPath.h"
+#include "core/brvDBSM_Interface.h"
+#include "core/brv_op.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "db/connection.h"
+#include "db/nuvDBSM_Common.h"
+#include "db/nuvDBSM_Names.h"
+#include "platform/ports/platform.h"
+#include "platform/sqlite/sqlite_connection.h"
+#include "platform/sqlite/sqlite_management.h"
+
+std::vector<StoreAdapter> storeAdapters() {
+    return {
+        {"embedded",
+         "embedded",
+         [](const std::string& folder) -> std::unique_ptr<platform::DataConnection> {
+             return std::make_unique<platform::SqliteConnection>([folder] { return folder; });
+         },
+         [](const std::string& folder) -> std::unique_ptr<platform::ManagementSession> {
+             return std::make_unique<platform::SqliteManagement>([folder] { return folder; });
+         }},
+    };
+}
+
+std::string adapterName(const ::testing::TestParamInfo<StoreAdapter>& info) {
+    return info.param.name;
+}
+
+StoreTest::StoreTest()
+    : settings_(folder.str() + "/config/brevane/settings.ini"),
+      files_(folder.str() + "/program") {
+    std::filesystem::create_directories(folder.path() / "program");
+    platform::Platform adapters;
+    adapters.settings = &settings_;
+    adapters.files = &files_;
+    adapters.processes = &processes_;
+    adapters.clock = &clock_;
+    adapters.desktop = &desktop;
+    adapters.makeConnection = [this] {
+        auto inner = GetParam().makeConnection(folder.str());
+        return std::make_unique<testing_support::WatchedConnection>(std::move(inner), watch);
+    };
+    adapters.makeManagement = [this] {
+        auto inner = GetParam().makeManagement(folder.str());
+        return std::make_unique<testing_support::WatchedManagement>(std::move(inner), watch);
+    };
+    platform::install(std::move(adapters));
+    setSetting("Server", GetParam().server);
+    setSetting("DBName", catalogName_);
+    gDataPath.DataPath = folder.str();
+    gsDataPath = folder.str();
+}
+
+StoreTest::~StoreTest() {
+    endProgram();
+    config::resetConfig();
+    core::resetOp();
+}
+
+void StoreTest::connect() {
+    const auto management = platform::current().makeManagement();
+    management->connect(GetParam().server, "", "", false);
+    platform::CatalogFiles files;
+    files.name = catalogName_;
+    files.dataFile = folder.file(catalogName_ + ".mdf");
+    files.logFile = folder.file(catalogName_ + ".ldf");
+    files.logicalLog = "Log" + catalogName_;
+    management->addCatalog(files);
+    std::string message;
+    ASSERT_NE(gfbDB_Connect(message), kNo);
+    ASSERT_TRUE(db::ensureConnected());
+}
+
+void StoreTest::openStore() {
+    connect();
+    db::bindCommon();
+    gCommon = db::CommonRecord();
+    gCommon.StoreNumber = 3;
+    ASSERT_NE(gfiDB_Operation(db::tableCommon, db::opInsert, 0), kNo);
+    ASSERT_NE(db_fbInterface_open(), kNo);
+    ASSERT_NE(db_fbAllTables_open(), kNo);
+}
+
+void StoreTest::endProgram() {
+    db::resetEngine();
+}
+
+void StoreTest::execute(const std::string& statement) {
+    db::connection().execute(statement);
+}
+
+std::string StoreTest::query(const std::string& statement) {
+    const auto rows = db::connection().openRowSet(statement);
+    return rows->recordCount() < 1 ? std::string() : db::statementText(rows->value(0));
+}
+
+std::string StoreTest::fileText(const std::string& name) const {
+    return folder.has(name) ? folder.read(name) : std::string();
+}
+
+void StoreTest::setSetting(const std::string& key, const std::string& value) {
+    settings_.save(db::kSettingsApplication, db::kSettingsSection, key, value);
+}
+
+void addName(std::int32_t number, const std::string& code, const std::string& lastName) {
+    gNames = db::NamesRecord();
+    gNames.NameID = number;
+    gNames.ARCode = code;
+    gNames.LASTNAME = lastName;
+    ASSERT_NE(gfiDB_Operation(db::tableNames, db::opInsert, 0), kNo) << code;
+}

@@ -1,0 +1,183 @@
+#include "platform/qbxml/response_document.h"
+#include "platform/qbxml/session_manager.h"
+#include "platform/standin/standin_channel.h"
+#include "support/fault_channel.h"
+#include "support/temp_folder.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using companyfile::CompanyFile;
+using platform::PlatformError;
+using platform::QbxmlSessionManager;
+using testing_support::FaultChannel;
+using testing_support::FaultPlan;
+using testing_support::FaultPoint;
+
+/// A company file in a scratch folder, and sessions with it through a channel that can be made to
+/// fail.
+class Standin : public ::testing::Test {
+protected:
+    Standin() { CompanyFile::create(path); }
+
+    [[nodiscard]] std::unique_ptr<QbxmlSessionManager>
+    session(platform::StandinChannel::Prepare prepare = {}) const {
+        return std::make_unique<QbxmlSessionManager>(std::make_unique<FaultChannel>(
+            std::make_unique<platform::StandinChannel>(path, std::move(prepare)), plan
+        ));
+    }
+    [[nodiscard]] std::unique_ptr<QbxmlSessionManager> begun() const {
+        auto opened = session();
+        opened->OpenConnection("id", "name");
+        opened->BeginSession("", 0);
+        return opened;
+    }
+    static platform::IResponse
+    send(QbxmlSessionManager& session, const char* request, const char* path, const char* text) {
+        const auto set = session.CreateMsgSetRequest("US", 6, 0);
+        set->append(request).at(path).setText(text);
+        return session.DoRequests(*set)->ResponseList.at(0);
+    }
+
+    testing_support::TempFolder folder;
+    std::string path = folder.str() + "/shop.qbw";
+    std::shared_ptr<FaultPlan> plan = std::make_shared<FaultPlan>();
+};
+
+std::int32_t errorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const PlatformError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+TEST_F(Standin, carriesTextsThereAndBackUnchanged) {
+    const auto first = begun();
+    EXPECT_EQ(send(*first, "CustomerAdd", "Name", "Caf\xE9 \x80 & <Co>").StatusCode, 0);
+    first->CloseConnection();
+    const auto second = begun();
+    const auto answer = send(*second, "CustomerQuery", "FullName", "CAF\xC9 \x80 & <Co>");
+    EXPECT_EQ(answer.Type, platform::ResponseType::customerQuery);
+    EXPECT_EQ(answer.Detail.find("CustomerRet/Name").text(), "Caf\xE9 \x80 & <Co>");
+}
+
+TEST_F(Standin, reportsTheVersionsOfItsFile) {
+    const std::vector<std::string> versions = {"1.0", "CA3.0", "6.0"};
+    const auto canadian = session([&](CompanyFile& file) { file.setVersions(versions); });
+    canadian->OpenConnection("id", "name");
+    canadian->BeginSession(path, 0);
+    EXPECT_EQ(canadian->QBXMLVersionsForSession(), versions);
+}
+
+TEST_F(Standin, takesEveryRequestOfTheLink) {
+    const auto opened = begun();
+    platform::StandinChannel channel;
+    channel.begin(path, 0);
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(BREVANE_TEST_DATA "/qb")) {
+        SCOPED_TRACE(entry.path().filename());
+        std::ifstream in(entry.path(), std::ios::binary);
+        const std::string document{
+            std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        EXPECT_EQ(
+            platform::readResponseDocument(channel.exchange(document))->ResponseList.size(), 1U
+        );
+        ++count;
+    }
+    EXPECT_GT(count, 20);
+}
+
+TEST_F(Standin, tellsWhyASessionDoesNotBegin) {
+    folder.write("notes.qbw", "these are notes");
+    struct Case {
+        const char* given;
+        std::string openFile;
+        std::string named;
+        std::int32_t expected;
+    };
+    const Case cases[] = {
+        {"no file named and none open", "", "  ", platform::kNotRunning},
+        {"the open file", path, "", 0},
+        {"the named one before the open one",
+         path,
+         folder.str() + "/none.qbw",
+         companyfile::hresult::kCannotOpen},
+        {"a name with backslashes and blanks", "", " " + folder.file("shop.qbw") + " ", 0},
+        {"no company file", "", folder.str() + "/notes.qbw", companyfile::hresult::kNotUsable},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.given);
+        platform::StandinChannel channel(row.openFile);
+        EXPECT_EQ(errorOf([&] { channel.begin(row.named, 0); }), row.expected);
+        EXPECT_EQ(
+            errorOf([&] { channel.versions(); }), row.expected == 0 ? 0 : platform::kNotRunning
+        );
+    }
+}
+
+TEST_F(Standin, passesAFailedCallOnWithItsNumber) {
+    platform::StandinChannel channel(path, [](CompanyFile& file) {
+        file.failAt(2, companyfile::Fault::connectionLostBefore);
+    });
+    channel.begin("", 0);
+    EXPECT_EQ(errorOf([&] { channel.exchange("<QBXML/>"); }), platform::kParseFailed);
+    EXPECT_EQ(errorOf([&] { channel.versions(); }), companyfile::hresult::kConnectionLost);
+    EXPECT_FALSE(channel.versions().empty());
+}
+
+TEST_F(Standin, failsAsPlanned) {
+    const PlatformError lost(companyfile::hresult::kConnectionLost, "lost");
+    struct Case {
+        const char* name;
+        void (*arm)(FaultPlan& faults, const PlatformError& error);
+        std::int32_t expected;
+        int statusAfterwards;  ///< of the same request: 3100 when the work had been done
+    };
+    const Case cases[] = {
+        {"before",
+         [](FaultPlan& faults, const PlatformError& error) {
+             faults.failAt(1, FaultPoint::before, error);
+         },
+         lost.number(),
+         0},
+        {"after",
+         [](FaultPlan& faults, const PlatformError& error) {
+             faults.failAt(1, FaultPoint::after, error, "<CustomerAddRq");
+         },
+         lost.number(),
+         3100},
+        {"garbage",
+         [](FaultPlan& faults, const PlatformError&) { faults.answerAt(1, "\xFF\x01"); },
+         platform::kUnreadableAnswer,
+         3100},
+        {"other documents are not counted",
+         [](FaultPlan& faults, const PlatformError& error) {
+             faults.failAt(1, FaultPoint::before, error, "<VendorAddRq");
+         },
+         0,
+         3100},
+    };
+    const auto opened = begun();
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.name);
+        row.arm(*plan, lost);
+        const auto add = [&] { return send(*opened, "CustomerAdd", "Name", row.name).StatusCode; };
+        EXPECT_EQ(errorOf(add), row.expected);
+        EXPECT_EQ(add(), row.statusAfterwards);
+    }
+    plan->refuseBegin(PlatformError(platform::kFileInUse, "busy"), 2);
+    const auto refused = session();
+    refused->OpenConnection("id", "name");
+    for (const std::int32_t expected : {platform::kFileInUse, platform::kFileInUse, 0}) {
+        EXPECT_EQ(errorOf([&] { refused->BeginSession("", 0); }), expected);
+    }
+}
+
+}  // namespace
