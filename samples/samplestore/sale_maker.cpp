@@ -115,7 +115,10 @@ void SaleMaker::start(const std::string& date) {
 
 void SaleMaker::needCustomer() {
     const auto index = random_.below(static_cast<int>(shop_.customers.size()));
-    sale_.head.ARCode = shop_.customers[static_cast<std::size_t>(index)].ARCode.view();
+    const db::NamesRecord& customer = shop_.customers[static_cast<std::size_t>(index)];
+    sale_.head.ARCode = customer.ARCode.view();
+    const std::string code = customer.TAXCODE.trimmed();
+    sale_.head.Taxed = code == "N" || code == "0" ? "N" : "Y";  // schools and farms pay no tax
 }
 
 const db::InventoryRecord& SaleMaker::anyGoods() {
@@ -145,10 +148,11 @@ SaleMaker::addLine(std::int32_t number, const std::string& sl, float quantity) {
 
 void SaleMaker::setTax(db::SalesItemRecord& line, char code) {
     taxCodes_.back() = code;
-    if (code != '0') {
+    if (code != '0' && sale_.head.Taxed.view() == "Y") {
         line.Taxed = "Y";
         line.TaxRate = rateOf(code);
-        line.Linetax = taxOn(line.LineTotal, line.TaxRate);
+        line.Linetax = util::Money::fromDouble(line.LineTotal.toDouble() * line.TaxRate / 100)
+                           .rounded(3);  // the column has three decimals
     }
 }
 
@@ -365,7 +369,7 @@ void SaleMaker::makeNonStock() {
 }
 
 void SaleMaker::makeTaxedNonStock() {
-    db::SalesItemRecord& line = addSpecial(nonStock, random_.cents(500, 5000));
+    db::SalesItemRecord& line = addSpecial(nonStock, random_.cents(1500, 5000));
     line.Description = "Odd lot, taxed";
     setTax(line, 'A');
     total();

@@ -225,11 +225,13 @@ LegacyBool gfbDB_GetBySQL(std::int16_t table, const std::string& statement) {
     return kYes;
 }
 
-LegacyBool
-gfbDB_ReportError(std::int16_t table, std::int16_t operation, const platform::PlatformError& error) {
+LegacyBool gfbDB_ReportError(
+    std::int16_t table, std::int16_t operation, const platform::PlatformError& error
+) {
     const std::string_view name = db::operationName(operation);
-    const bool isNews = std::find(std::begin(kQuietErrors), std::end(kQuietErrors), error.number()) ==
-                        std::end(kQuietErrors);
+    const bool isNews =
+        std::find(std::begin(kQuietErrors), std::end(kQuietErrors), error.number()) ==
+        std::end(kQuietErrors);
     if (isNews && (operation == db::opOpen || DBQuietErrors == kNo)) {
         platform::desktop().messageBox(
             "Table: " + DBTableDescriptors[table].TableUpper + "\r" +

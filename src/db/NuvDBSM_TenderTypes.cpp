@@ -51,7 +51,8 @@ constexpr DefaultTender kDefaultTenders[] = {
 }  // namespace
 
 const TableRoutines& tenderTypesRoutines() {
-    static constexpr TableRoutines kRoutines = routinesOf<kTenderTypes, kTenderTypesKeys, gTenderTypes>();
+    static constexpr TableRoutines kRoutines =
+        routinesOf<kTenderTypes, kTenderTypesKeys, gTenderTypes>();
     return kRoutines;
 }
 

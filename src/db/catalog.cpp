@@ -113,9 +113,7 @@ void makeCatalog(const std::string& folder) {
     db::traceStart("LogName " + files.logFile);
     DBServerSession->addCatalog(files);
     if (DBTrainingMode == kNo && DBLocalMode == kNo) {
-        platform::settings().save(
-            db::kSettingsApplication, db::kSettingsSection, "DBName", DBName
-        );
+        platform::settings().save(db::kSettingsApplication, db::kSettingsSection, "DBName", DBName);
     }
 }
 

@@ -126,8 +126,7 @@ struct Table {
 };
 
 template <class Record, class... Fields>
-consteval Table<Record, Fields...>
-table(std::string_view name, Column<Record, Fields>... columns) {
+consteval Table<Record, Fields...> table(std::string_view name, Column<Record, Fields>... columns) {
     return {name, {columns...}};
 }
 

@@ -74,29 +74,14 @@ constexpr auto kInventory = table(
 );
 
 constexpr KeyPart kInventoryKeys[] = {
-    {0, "RecordNum"},
-    {1, "SL"},
-    {2, "ItemID"},
-    {3, "Description"},
-    {3, "SL"},
-    {4, "SubDescription"},
-    {4, "Description"},
-    {5, "VendorCode"},
-    {5, "Description"},
-    {6, "VendorCode"},
-    {6, "ItemID"},
-    {7, "VendorCode"},
-    {7, "Description"},
-    {8, "DeptCode"},
-    {8, "ItemID"},
-    {9, "PriceFactor"},
-    {9, "Description"},
-    {10, "LocFront"},
-    {10, "RecordNum"},
-    {11, "LocBack"},
-    {11, "RecordNum"},
-    {12, "Poll"},
-    {12, "RecordNum"},
+    {0, "RecordNum"},   {1, "SL"},          {2, "ItemID"},
+    {3, "Description"}, {3, "SL"},          {4, "SubDescription"},
+    {4, "Description"}, {5, "VendorCode"},  {5, "Description"},
+    {6, "VendorCode"},  {6, "ItemID"},      {7, "VendorCode"},
+    {7, "Description"}, {8, "DeptCode"},    {8, "ItemID"},
+    {9, "PriceFactor"}, {9, "Description"}, {10, "LocFront"},
+    {10, "RecordNum"},  {11, "LocBack"},    {11, "RecordNum"},
+    {12, "Poll"},       {12, "RecordNum"},
 };
 
 constexpr std::string_view kInventoryIndexes[] = {

@@ -67,28 +67,11 @@ constexpr auto kNames = table(
 );
 
 constexpr KeyPart kNamesKeys[] = {
-    {0, "NameID"},
-    {1, "ARCode"},
-    {2, "LASTNAME"},
-    {2, "FIRSTNAME"},
-    {2, "ARCode"},
-    {3, "ZIP"},
-    {3, "LASTNAME"},
-    {3, "FIRSTNAME"},
-    {4, "MAIL"},
-    {4, "ARCode"},
-    {5, "BUSINESS"},
-    {5, "ARCode"},
-    {6, "CITY"},
-    {6, "FIRSTNAME"},
-    {6, "ARCode", 16392},
-    {7, "FIRSTNAME"},
-    {7, "LASTNAME"},
-    {7, "ARCode"},
-    {8, "NEXTINVDATE"},
-    {8, "ARCode"},
-    {9, "PHONEINDEX"},
-    {9, "ARCode"},
+    {0, "NameID"},     {1, "ARCode"},   {2, "LASTNAME"},  {2, "FIRSTNAME"},   {2, "ARCode"},
+    {3, "ZIP"},        {3, "LASTNAME"}, {3, "FIRSTNAME"}, {4, "MAIL"},        {4, "ARCode"},
+    {5, "BUSINESS"},   {5, "ARCode"},   {6, "CITY"},      {6, "FIRSTNAME"},   {6, "ARCode", 16392},
+    {7, "FIRSTNAME"},  {7, "LASTNAME"}, {7, "ARCode"},    {8, "NEXTINVDATE"}, {8, "ARCode"},
+    {9, "PHONEINDEX"}, {9, "ARCode"},
 };
 
 constexpr std::string_view kNamesIndexes[] = {

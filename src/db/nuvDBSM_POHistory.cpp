@@ -28,26 +28,10 @@ constexpr auto kPOHistory = table(
 );
 
 constexpr KeyPart kPOHistoryKeys[] = {
-    {0, "Status"},
-    {0, "DateReceived"},
-    {0, "PONumber"},
-    {0, "InvUID"},
-    {1, "Status"},
-    {1, "InvUID"},
-    {1, "DateReceived"},
-    {2, "PONumber"},
-    {2, "InvUID"},
-    {3, "ARCode"},
-    {3, "InvUID"},
-    {3, "InvUID"},
-    {4, "UniqueID"},
-    {5, "VendorCode"},
-    {5, "UniqueID"},
-    {6, "Poll"},
-    {6, "UniqueID"},
-    {7, "Status"},
-    {7, "VendorCode"},
-    {7, "InvUID"},
+    {0, "Status"},   {0, "DateReceived"}, {0, "PONumber"}, {0, "InvUID"},     {1, "Status"},
+    {1, "InvUID"},   {1, "DateReceived"}, {2, "PONumber"}, {2, "InvUID"},     {3, "ARCode"},
+    {3, "InvUID"},   {3, "InvUID"},       {4, "UniqueID"}, {5, "VendorCode"}, {5, "UniqueID"},
+    {6, "Poll"},     {6, "UniqueID"},     {7, "Status"},   {7, "VendorCode"}, {7, "InvUID"},
     {7, "UniqueID"},
 };
 

@@ -75,30 +75,10 @@ constexpr auto kSalesHead = table(
 );
 
 constexpr KeyPart kSalesHeadKeys[] = {
-    {0, "SaleDate"},
-    {0, "SALEID"},
-    {1, "ARCode"},
-    {1, "SALEID"},
-    {2, "Poll"},
-    {2, "SALEID"},
-    {3, "Invoice"},
-    {4, "ARCode"},
-    {4, "Invoice"},
-    {5, "Store"},
-    {5, "SALEID"},
-    {6, "SaleDate"},
-    {6, "Store"},
-    {6, "SALEID"},
-    {7, "ARCode"},
-    {7, "Store"},
-    {7, "SALEID"},
-    {8, "Store"},
-    {8, "Invoice"},
-    {9, "ARCode"},
-    {9, "SaleDate"},
-    {9, "Store"},
-    {9, "SALEID"},
-    {10, "HubUID"},
+    {0, "SaleDate"}, {0, "SALEID"}, {1, "ARCode"},   {1, "SALEID"}, {2, "Poll"},   {2, "SALEID"},
+    {3, "Invoice"},  {4, "ARCode"}, {4, "Invoice"},  {5, "Store"},  {5, "SALEID"}, {6, "SaleDate"},
+    {6, "Store"},    {6, "SALEID"}, {7, "ARCode"},   {7, "Store"},  {7, "SALEID"}, {8, "Store"},
+    {8, "Invoice"},  {9, "ARCode"}, {9, "SaleDate"}, {9, "Store"},  {9, "SALEID"}, {10, "HubUID"},
 };
 
 constexpr std::string_view kSalesHeadIndexes[] = {

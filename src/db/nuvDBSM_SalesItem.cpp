@@ -46,35 +46,12 @@ constexpr auto kSalesItem = table(
 );
 
 constexpr KeyPart kSalesItemKeys[] = {
-    {0, "InvUID"},
-    {0, "SaleID"},
-    {0, "LineNum"},
-    {1, "Poll"},
-    {1, "SaleID"},
-    {1, "LineNum"},
-    {2, "Vendor"},
-    {2, "SaleID"},
-    {2, "LineNum"},
-    {3, "Dept"},
-    {3, "SaleID"},
-    {3, "LineNum"},
-    {4, "SCode"},
-    {4, "SaleID"},
-    {4, "LineNum"},
-    {5, "StoreNum"},
-    {5, "SaleID"},
-    {5, "StoreNum"},
-    {6, "InvUID"},
-    {6, "StoreNum"},
-    {6, "SaleID"},
-    {7, "Vendor"},
-    {7, "StoreNum"},
-    {7, "SaleID"},
-    {8, "Dept"},
-    {8, "StoreNum"},
-    {8, "SaleID"},
-    {9, "HubUID"},
-    {9, "LineNum"},
+    {0, "InvUID"},   {0, "SaleID"},  {0, "LineNum"},  {1, "Poll"},    {1, "SaleID"},
+    {1, "LineNum"},  {2, "Vendor"},  {2, "SaleID"},   {2, "LineNum"}, {3, "Dept"},
+    {3, "SaleID"},   {3, "LineNum"}, {4, "SCode"},    {4, "SaleID"},  {4, "LineNum"},
+    {5, "StoreNum"}, {5, "SaleID"},  {5, "StoreNum"}, {6, "InvUID"},  {6, "StoreNum"},
+    {6, "SaleID"},   {7, "Vendor"},  {7, "StoreNum"}, {7, "SaleID"},  {8, "Dept"},
+    {8, "StoreNum"}, {8, "SaleID"},  {9, "HubUID"},   {9, "LineNum"},
 };
 
 constexpr std::string_view kSalesItemIndexes[] = {
@@ -97,10 +74,9 @@ const TableRoutines& salesItemRoutines() {
 }
 
 bool readSalesItem(std::int32_t saleId, std::int32_t lineNumber) {
-    const std::string statement = "SELECT TOP 1 * FROM " +
-                                  DBTableDescriptors[tableSalesItem].TableName + " WHERE SaleID='" +
-                                  std::to_string(saleId) + "' AND LineNum='" +
-                                  std::to_string(lineNumber) + "'";
+    const std::string statement =
+        "SELECT TOP 1 * FROM " + DBTableDescriptors[tableSalesItem].TableName + " WHERE SaleID='" +
+        std::to_string(saleId) + "' AND LineNum='" + std::to_string(lineNumber) + "'";
     return gfiDB_Operation(tableSalesItem, opEqual, keySalesItemInvUID, kNo, kNo, statement) != kNo;
 }
 

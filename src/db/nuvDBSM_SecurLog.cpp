@@ -32,7 +32,8 @@ constexpr TableTitles kLogInSecTitles = {"LOGIN SECURITY", "Login.NUV"};
 }  // namespace
 
 const TableRoutines& logInSecRoutines() {
-    static constexpr TableRoutines kRoutines = appendOnly(routinesOf<kLogInSec, kNoKeys, gLogInSec>());
+    static constexpr TableRoutines kRoutines =
+        appendOnly(routinesOf<kLogInSec, kNoKeys, gLogInSec>());
     return kRoutines;
 }
 

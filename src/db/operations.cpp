@@ -61,8 +61,7 @@ bool getKeyed(const Request& request) {
 }
 
 bool getByField(const Request& request) {
-    const std::string value =
-        db::statementText(gfvDB_GetField(request.table, request.keyNumber));
+    const std::string value = db::statementText(gfvDB_GetField(request.table, request.keyNumber));
     const db::KeyText field = {
         gfvDB_GetFieldName(request.table, request.keyNumber), util::replaceAll(value, "'", "''")};
     const std::string& name = DBTableDescriptors[request.table].TableName;
@@ -75,8 +74,7 @@ bool getByKey(const Request& request) {
 
 bool step(const Request& request, std::string_view comparison) {
     db_pRecordKey_prepare(request.table, request.keyNumber);
-    const std::string statement =
-        gfsDB_BuildStepSQL(request.table, request.keyNumber, comparison);
+    const std::string statement = gfsDB_BuildStepSQL(request.table, request.keyNumber, comparison);
     return gfbDB_GetBySQL(request.table, statement) != kNo;
 }
 
@@ -215,11 +213,10 @@ constexpr OperationRow kOperations[] = {
 };
 
 const OperationRow* findOperation(std::int16_t number) {
-    const auto* row = std::find_if(
-        std::begin(kOperations),
-        std::end(kOperations),
-        [&](const OperationRow& each) { return each.number == number; }
-    );
+    const auto* row =
+        std::find_if(std::begin(kOperations), std::end(kOperations), [&](const OperationRow& each) {
+            return each.number == number;
+        });
     return row == std::end(kOperations) ? nullptr : row;
 }
 
@@ -258,9 +255,8 @@ LegacyBool gfiDB_Operation(
     return legacyBool(succeeded);
 }
 
-std::string gfsDB_BuildStepSQL(
-    std::int16_t table, std::int16_t keyNumber, std::string_view comparison
-) {
+std::string
+gfsDB_BuildStepSQL(std::int16_t table, std::int16_t keyNumber, std::string_view comparison) {
     static_cast<void>(keyNumber);  // its parts are stored already
     const std::size_t parts = keyParts(table);
     const std::size_t used = parts >= 1 && parts <= kMostOrderedParts ? parts : 1;

@@ -10,9 +10,8 @@ namespace db {
 namespace {
 
 template <class Kind>
-inline constexpr bool kIsNumber =
-    std::is_same_v<Kind, std::int64_t> || std::is_same_v<Kind, float> ||
-    std::is_same_v<Kind, double>;
+inline constexpr bool kIsNumber = std::is_same_v<Kind, std::int64_t> ||
+                                  std::is_same_v<Kind, float> || std::is_same_v<Kind, double>;
 
 /// A number of any kind as a double; a text by the number at its start, all else 0.
 double numberFrom(const util::Value& value) {

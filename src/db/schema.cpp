@@ -63,8 +63,7 @@ LegacyBool gfbDB_CreateTable(std::int16_t table) {
     return kNo;  // Kept: it tells nobody how it went; gfbDB_TableExists does
 }
 
-LegacyBool
-gfbDB_AddColumn(std::int16_t table, const std::string& name, const std::string& type) {
+LegacyBool gfbDB_AddColumn(std::int16_t table, const std::string& name, const std::string& type) {
     const std::string statement =
         "ALTER TABLE " + DBTableDescriptors[table].TableName + " ADD " + name + " " + type;
     return legacyBool((gfiDB_ExecuteSQL(statement) & kLowWord) != 0);

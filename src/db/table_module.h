@@ -21,8 +21,8 @@ namespace db {
 struct TableRoutines {
     /// Sets the key `keyNumber` from the clean copies.
     void (*prepareKey)(std::int16_t table, std::int16_t keyNumber) = nullptr;
-    void (*quote)() = nullptr;           ///< makes the clean copies of the record's fields
-    std::string (*values)() = nullptr;   ///< value list of an insert, from the clean copies
+    void (*quote)() = nullptr;          ///< makes the clean copies of the record's fields
+    std::string (*values)() = nullptr;  ///< value list of an insert, from the clean copies
     void (*fromRow)(std::int16_t table) = nullptr;
     void (*toRow)(std::int16_t table) = nullptr;
     void (*forget)() = nullptr;  ///< puts the record back to its start

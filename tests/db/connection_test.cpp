@@ -21,9 +21,7 @@ protected:
     [[nodiscard]] std::string trace() const { return fileText("program/52.txt"); }
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Store, Connection, ::testing::ValuesIn(storeAdapters()), adapterName
-);
+INSTANTIATE_TEST_SUITE_P(Store, Connection, ::testing::ValuesIn(storeAdapters()), adapterName);
 
 TEST_P(Connection, tracesItsWayAndKeepsTheTraceToItsOwner) {
     setSetting("Password", " secret ");
@@ -33,7 +31,8 @@ TEST_P(Connection, tracesItsWayAndKeepsTheTraceToItsOwner) {
         "NUVDATA1\r\nServername = embedded\r\nset Server \r\nServer set \r\n"
         "Connect now embedded qz secret\r\nServer Status = 0\r\n"
     );
-    const auto permissions = std::filesystem::status(folder.path() / "program/52.txt").permissions();
+    const auto permissions =
+        std::filesystem::status(folder.path() / "program/52.txt").permissions();
     EXPECT_EQ(permissions & std::filesystem::perms::group_all, std::filesystem::perms::none);
     EXPECT_EQ(permissions & std::filesystem::perms::others_all, std::filesystem::perms::none);
     EXPECT_EQ(desktop.yields, 1);
@@ -95,9 +94,7 @@ TEST_P(Connection, ofAServerWithoutInstanceHasNoHost) {
     desktop.boxes.clear();
     watch.serverStatus = 1;
     EXPECT_EQ(gfbDB_ConnectServer(), kNo);
-    EXPECT_EQ(
-        desktop.boxTexts(), std::vector<std::string>{"Invalid procedure call or argument5"}
-    );
+    EXPECT_EQ(desktop.boxTexts(), std::vector<std::string>{"Invalid procedure call or argument5"});
 }
 
 TEST_P(Connection, ofAServerOnThisComputerLeavesTheClockAlone) {

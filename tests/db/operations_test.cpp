@@ -18,9 +18,7 @@ protected:
     void SetUp() override { openStore(); }
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Store, Operations, ::testing::ValuesIn(storeAdapters()), adapterName
-);
+INSTANTIATE_TEST_SUITE_P(Store, Operations, ::testing::ValuesIn(storeAdapters()), adapterName);
 
 LegacyBool find(const std::string& code) {
     gNames.ARCode = code;

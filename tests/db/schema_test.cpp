@@ -196,7 +196,8 @@ TEST_P(Schema, ofTheHubHasNamesOfItsOwn) {
 
 TEST_P(Schema, takesFirstSalesCodesFromTheProgramsFile) {
     folder.write(
-        "program/DefaultSalesCodes.txt", "1|HOUSE|1| H |House\r\n\r\n2|D'ARCY|1|D\r\n2|TWICE|1|T\r\n"
+        "program/DefaultSalesCodes.txt",
+        "1|HOUSE|1| H |House\r\n\r\n2|D'ARCY|1|D\r\n2|TWICE|1|T\r\n"
     );
     openStore();
     std::string name = "SalesCode";

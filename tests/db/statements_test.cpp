@@ -14,9 +14,7 @@ using testing_support::Json;
 
 class Statements : public StoreTest {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Store, Statements, ::testing::ValuesIn(storeAdapters()), adapterName
-);
+INSTANTIATE_TEST_SUITE_P(Store, Statements, ::testing::ValuesIn(storeAdapters()), adapterName);
 
 constexpr std::int16_t kKeyedOperations[] = {
     db::opEqual, db::opGreater, db::opGreaterEqual, db::opLess, db::opLessEqual};
@@ -49,7 +47,8 @@ TEST_P(Statements, standLetterForLetterForEveryCountOfParts) {
         }
         for (const std::int16_t operation :
              {db::opGetFirst, db::opGetLast, db::opGetNext, db::opGetPrevious}) {
-            text += std::string(db::operationName(operation)) + ": " + sent(watch, operation) + "\n";
+            text +=
+                std::string(db::operationName(operation)) + ": " + sent(watch, operation) + "\n";
         }
     }
     testing_support::expectFile("db/statements.txt", text);
@@ -63,9 +62,7 @@ TEST_P(Statements, ofTheNotesTableTakeOnePartForNone) {
     watch.statements.clear();
     constexpr std::int16_t kNoSuchKey = 9;  // leaves the stored key as it is
     gfiDB_Operation(db::tableNotes, db::opEqual, kNoSuchKey);
-    EXPECT_EQ(
-        watch.statements.front(), "SELECT TOP 1 * FROM Notes WHERE RefID='5' ORDER BY RefID"
-    );
+    EXPECT_EQ(watch.statements.front(), "SELECT TOP 1 * FROM Notes WHERE RefID='5' ORDER BY RefID");
 }
 
 /// The observed rows: what a server gave for each statement over the same rows.
@@ -117,9 +114,7 @@ private:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Store, ObservedRows, ::testing::ValuesIn(storeAdapters()), adapterName
-);
+INSTANTIATE_TEST_SUITE_P(Store, ObservedRows, ::testing::ValuesIn(storeAdapters()), adapterName);
 
 struct Shape {
     std::string_view name;

@@ -127,7 +127,7 @@ TEST_F(SalesExport, passesOverRowsThatAreNoSales) {
     exportSales();
     EXPECT_EQ(posted(), (std::set<std::string>{"0000001", "0000002"}));
     EXPECT_EQ(position(), kCases[1].position);
-    EXPECT_EQ(status(), "Ready");
+    EXPECT_EQ(status(), "Sales Files Importing Complete...");
 }
 
 TEST_F(SalesExport, aSaleWithoutLinesIsWalkedButNotPosted) {
@@ -253,7 +253,7 @@ TEST_F(SalesExport, anUnusableSetupFileLosesThePositionOnly) {
 TEST_F(SalesExport, withoutASessionNothingIsWalked) {
     makeShop(1);
     EndSessionCloseConnection();
-    faults->refuseBegin(platform::PlatformError(-2147220458, "no file"), 1000);
+    faults->refuseBegin(platform::PlatformError(-2147220472, "no file"), 1000);
     desktop.operatorThere = false;
     gpSales_export();
     EXPECT_TRUE(posted().empty());

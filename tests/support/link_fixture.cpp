@@ -80,6 +80,23 @@ void LinkFixture::restart() {
     openSetup();
 }
 
+bool LinkFixture::runProgram(const std::function<void(frmSetup&)>& script) {
+    setup.reset();
+    core::resetLink();
+    desktop.boxes.clear();
+    desktop.onForm["frmSetup"] = [&script](ui::Form& form) {
+        if (script) {
+            script(dynamic_cast<frmSetup&>(form));
+        }
+    };
+    try {
+        gpMain_start();
+    } catch (const platform::ProgramEnd&) {
+        return true;
+    }
+    return false;
+}
+
 void LinkFixture::exportChecked(int index) {
     setup->setOn("chkExport", true, index);
     click("Cmdexport");

@@ -12,6 +12,7 @@
 #include "support/temp_folder.h"
 #include "windows/frmSetup.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,6 +37,10 @@ protected:
     /// Closes the window, forgets the state of the link, and opens both anew, as the next start of
     /// the program does.
     void restart();
+    /// Forgets the link's state, then starts the program as `main` does; `script` plays the
+    /// operator at the main window. @return true when it ended by itself, false when the start gave
+    /// up.
+    bool runProgram(const std::function<void(frmSetup&)>& script = {});
     /// Turns the check box `chkExport(index)` on and presses `Cmdexport`.
     void exportChecked(int index);
     void click(std::string_view control);

@@ -34,8 +34,7 @@ struct StoreWatch {
     /// The last statement; empty when there was none.
     [[nodiscard]] std::string last() const { return statements.empty() ? "" : statements.back(); }
     /// Statements that begin with one of `words`.
-    [[nodiscard]] std::vector<std::string> beginningWith(
-        const std::vector<std::string_view>& words
+    [[nodiscard]] std::vector<std::string> beginningWith(const std::vector<std::string_view>& words
     ) const {
         std::vector<std::string> found;
         for (const std::string& statement : statements) {

@@ -65,6 +65,16 @@ std::string shortestText(Number number) {
     return code == std::errc() ? std::string(text.data(), end) : std::string();
 }
 
+std::vector<int> numbersOf(const std::vector<Token>& tokens) {
+    std::vector<int> numbers;
+    for (const auto& token : tokens) {
+        if (token.kind == TokenKind::number) {
+            numbers.push_back(wholeNumber<int>(token.text).value_or(0));
+        }
+    }
+    return numbers;
+}
+
 Stored textValue(const ColumnInfo& column, const Literal& literal) {
     const std::size_t last = literal.text.find_last_not_of(' ');
     std::string text = literal.text.substr(0, last == std::string::npos ? 0 : last + 1);
@@ -150,40 +160,31 @@ Stored realValue(const ColumnInfo& column, const Literal& literal) {
     return singleValue(*number);
 }
 
+bool allDigits(std::string_view text) {
+    return text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 /// Units of 10^-scale that plain decimal text means, half away from zero; nothing when the text is
 /// no decimal number. A number too large gives `kExactLimit`.
 std::optional<std::int64_t> decimalUnits(std::string_view text, int scale) {
     const bool negative = !text.empty() && text.front() == '-';
-    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+    if (negative || (!text.empty() && text.front() == '+')) {
         text.remove_prefix(1);
     }
-    std::int64_t units = 0;
-    int decimals = -1;  // digits behind the point so far; -1: the point was not met
-    bool roundUp = false;
-    bool anyDigit = false;
-    for (const char c : text) {
-        if (c == '.' && decimals < 0) {
-            decimals = 0;
-            continue;
-        }
-        if (c < '0' || c > '9') {
-            return std::nullopt;
-        }
-        anyDigit = true;
-        if (decimals < scale && units < kExactLimit) {
-            units = units * 10 + (c - '0');
-        } else if (decimals == scale) {
-            roundUp = c >= '5';
-        }
-        decimals += decimals >= 0 ? 1 : 0;
-    }
-    if (!anyDigit) {
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const std::string_view whole = text.substr(0, point);
+    std::string decimals(text.substr(std::min(point + 1, text.size())));
+    if (whole.size() + decimals.size() == 0 || !allDigits(whole) || !allDigits(decimals)) {
         return std::nullopt;
     }
-    for (int at = std::max(decimals, 0); at < scale && units < kExactLimit; ++at) {
-        units *= 10;
+    const auto kept = static_cast<std::size_t>(scale);
+    const bool roundUp = decimals.size() > kept && decimals[kept] >= '5';
+    decimals.resize(kept, '0');
+    std::int64_t units = 0;
+    for (const char digit : std::string(whole) + decimals) {
+        units = std::min(units * 10 + (digit - '0'), kExactLimit);
     }
-    units = std::min(units + (roundUp ? 1 : 0), kExactLimit);
+    units += roundUp ? 1 : 0;
     return negative ? -units : units;
 }
 
@@ -331,12 +332,7 @@ bool readType(ColumnInfo& column) {
     }
     column.kind = row->kind;
     column.padded = row->padded;
-    std::vector<int> sizes;
-    for (const auto& token : tokens) {
-        if (token.kind == TokenKind::number) {
-            sizes.push_back(wholeNumber<int>(token.text).value_or(0));
-        }
-    }
+    const std::vector<int> sizes = numbersOf(tokens);
     if (column.kind == ColumnKind::decimal) {
         const bool isMoney = tokens.front().is("MONEY");
         column.precision = sizes.empty() ? 18 : sizes[0];

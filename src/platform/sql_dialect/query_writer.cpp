@@ -195,7 +195,9 @@ void QueryWriter::orderBy(
         if (!item.leftTrimmed && dialect_.orderKey != nullptr) {
             add(dialect_.orderKey(name) + direction);
         }
-        add((item.leftTrimmed ? "ltrim(" + name + ")" : name) + dialect_.exactly + direction);
+        add(item.leftTrimmed ? "ltrim(" + name + ")" : name);
+        add(dialect_.exactly);
+        add(direction);
     }
     add(dialect_.rowId);
     add(order.back().descending ? " DESC" : "");

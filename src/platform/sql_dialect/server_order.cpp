@@ -54,7 +54,7 @@ constexpr Weights makeWeights() {
     for (char letter = 'A'; letter <= 'Z'; ++letter) {
         ++next;
         weights[static_cast<std::size_t>(letter)] = next;
-        weights[static_cast<std::size_t>(letter - 'A' + 'a')] = next;
+        weights[static_cast<unsigned char>(letter + ('a' - 'A'))] = next;
         for (const auto& row : kAccented) {
             if (row.base == letter) {
                 ++next;

@@ -23,7 +23,7 @@ std::string inAnyCase(const fs::path& folder, const std::string& name) {
     const fs::path listed = folder.empty() ? fs::path(".") : folder;
     for (fs::directory_iterator entry(listed, failed), end; !failed && entry != end;
          entry.increment(failed)) {
-        const std::string present = entry->path().filename().string();
+        std::string present = entry->path().filename().string();
         if (sameSqlName(present, name)) {
             return present;
         }

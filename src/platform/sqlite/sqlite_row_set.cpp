@@ -84,7 +84,7 @@ void SqliteRowSet::setValue(int ordinal, const util::Value& value) {
 
 void SqliteRowSet::load() {
     isRemoved_ = false;
-    if (atEnd()) {
+    if (at_ >= rows_.size()) {
         return;
     }
     kept_ = rows_.row(at_);
