@@ -32,10 +32,10 @@ constexpr char kUsage[] =
     "Status: 0 the program ended by itself, 2 the script cannot be understood, 3 the platform\n"
     "failed before the program could start.\n";
 
-/// The program on this machine, with the operator at the standard input.
-class ConsoleProgram {
+/// The adapters of this machine, with the operator at the standard input, for as long as it lives.
+class ConsoleAdapters {
 public:
-    ConsoleProgram() : desktop_(std::cin, std::cout) {
+    ConsoleAdapters() : desktop_(std::cin, std::cout) {
         const auto dataFolder = [] { return gDataPath.DataPath; };
         platform::Platform adapters;
         adapters.makeConnection = [dataFolder] {
@@ -57,21 +57,6 @@ public:
         platform::install(std::move(adapters));
     }
 
-    /// @return status of the process.
-    int run() {
-        int status = 0;
-        try {
-            gpMain_start();
-        } catch (const platform::ProgramEnd& end) {
-            status = end.status;
-        } catch (const platform::ConsoleScriptError& error) {
-            std::cerr << "brevane-console: " << error.message << "\n";
-            status = kScriptBroken;
-        }
-        core::resetLink();
-        return status;
-    }
-
 private:
     platform::IniSettingsStore settings_;
     platform::NativeFiles files_;
@@ -79,6 +64,21 @@ private:
     platform::NativeClock clock_;
     platform::ConsoleDesktop desktop_;
 };
+
+/// Runs the program on the installed adapters. @return status of the process.
+int runLink() {
+    int status = 0;
+    try {
+        gpMain_start();
+    } catch (const platform::ProgramEnd& end) {
+        status = end.status;
+    } catch (const platform::ConsoleScriptError& error) {
+        std::cerr << "brevane-console: " << error.message << "\n";
+        status = kScriptBroken;
+    }
+    core::resetLink();
+    return status;
+}
 
 }  // namespace
 
@@ -88,7 +88,8 @@ int main(int argc, char** /*argv*/) {
         return kWrongCall;
     }
     try {
-        return ConsoleProgram().run();
+        const ConsoleAdapters adapters;
+        return runLink();
     } catch (const std::exception& error) {
         std::cerr << "brevane-console: " << error.what() << "\n";
         return kPlatformFailed;

@@ -147,7 +147,8 @@ void gpDB_SetKey(std::int16_t table, std::int16_t parts, const std::vector<db::K
 
 std::string gfsDB_QuoteKey(const std::string& value, LegacyBool doubleQuotes) {
     if (value.find('\0') != std::string::npos) {
-        return std::string(value.size(), ' ');
+        std::string blanks(value.size(), ' ');
+        return blanks;
     }
     if (value.find("''") != std::string::npos) {
         return value;  // Kept: taken as cleaned already, so a name with two quotes loses one

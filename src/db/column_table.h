@@ -3,6 +3,7 @@
 #include "db/record_fields.h"
 #include "util/legacy_bool.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -143,12 +144,9 @@ struct KeyPart {
 /// True when the table has every column that the key list names.
 template <class Table>
 consteval bool namesColumnsOf(const Table& table, std::span<const KeyPart> parts) {
-    for (const KeyPart& part : parts) {
-        if (table.ordinalOf(part.column) < 0) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::all_of(parts, [&](const KeyPart& part) {
+        return table.ordinalOf(part.column) >= 0;
+    });
 }
 
 }  // namespace db

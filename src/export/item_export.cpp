@@ -116,6 +116,24 @@ void logItemStatus() {
 
 }  // namespace
 
+void gpItemCost_export() {
+    clsQBInventory item;
+    item.Name = util::rtrim(gfsItem_name(gInventory.SL.str()));
+    if (item.ItemQueryRq() == kNo) {
+        gpItem_export();
+        return;
+    }
+    // An item that the company file keeps no stock of has no cost to bring up to date.
+    if (item.ListID.empty() || item.AverageCost == gInventory.AvgCost) {
+        return;
+    }
+    fillItem(item);
+    item.PrefVendor = exporting::ensureVendor(gInventory.VendorCode.trimmed());
+    fillAccounts(item, ItemKind::inventory);
+    item.InvtModifyReq();
+    logItemStatus();
+}
+
 void gpItem_export() {
     clsQBInventory item;
     fillItem(item);

@@ -11,6 +11,10 @@ void gpCustomer_export();
 /// becomes its rounded value. A failure is logged, but for an entry that is there already.
 void gpItem_export();
 
+/// Brings the item in the `Inventory` buffer up to date when its average cost differs from that of
+/// the company file; adds it when the company file lacks it. A failure is logged.
+void gpItemCost_export();
+
 /// Sends the vendor in the `Vendors` buffer: search, then modify or add. A failure is logged.
 void gpVendor_export();
 

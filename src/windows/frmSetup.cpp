@@ -19,6 +19,13 @@ constexpr int kSaveButton = 0;
 /// Frames of the pages "First Time", "Daily Export" and "Manual".
 constexpr const char* kPages[] = {"SSFrame2", "SSFrame1", "SSFrame3"};
 
+/// The close box; the Exit button ends the program before it comes to this.
+void endSession() {
+    if (gbQBReady != kNo) {
+        EndSessionCloseConnection();
+    }
+}
+
 }  // namespace
 
 frmSetup::frmSetup() : Form("frmSetup", core::kApplicationTitle, windows::setupControls()) {}
@@ -32,7 +39,7 @@ bool frmSetup::dispatch(std::string_view name, ui::Signal signal) {
     static constexpr ui::Handler<frmSetup> kHandlers[] = {
         {"frmSetup", Signal::load, &frmSetup::onLoad},
         {"frmSetup", Signal::activate, &frmSetup::onActivate},
-        {"frmSetup", Signal::unload, &frmSetup::onUnload},
+        {"frmSetup", Signal::unload, &frmSetup::perform<endSession>},
         {"cmdRun", Signal::click, &frmSetup::onCmdRun},
         {"chkExport", Signal::click, &frmSetup::onChkExport},
         {"chkInvtManual", Signal::click, &frmSetup::onManualBox<windows::exportInventory>},
@@ -46,9 +53,9 @@ bool frmSetup::dispatch(std::string_view name, ui::Signal signal) {
         {"CmdManual", Signal::click, &frmSetup::onCmdManual},
         {"cmdStop", Signal::click, &frmSetup::onCmdStop},
         {"CmdInitialized", Signal::click, &frmSetup::onCmdInitialized},
-        {"CmdViewLog", Signal::click, &frmSetup::onCmdViewLog},
+        {"CmdViewLog", Signal::click, &frmSetup::perform<windows::viewLog>},
         {"cmdDeleteLog", Signal::click, &frmSetup::onCmdDeleteLog},
-        {"cmdHelp", Signal::click, &frmSetup::onCmdHelp},
+        {"cmdHelp", Signal::click, &frmSetup::perform<gpHelp_guides_open>},
         {"cmdFind", Signal::click, &frmSetup::onCmdFind},
         {"TxtPath", Signal::leave, &frmSetup::onLeavePath},
         {"cboStore", Signal::select, &frmSetup::onCboStore},
@@ -96,13 +103,6 @@ void frmSetup::onActivate() {
     }
 }
 
-/// The close box; the Exit button ends the program before it comes to this.
-void frmSetup::onUnload() {
-    if (gbQBReady != kNo) {
-        EndSessionCloseConnection();
-    }
-}
-
 void frmSetup::onCmdRun() {
     showPage(raisedIndex());
 }
@@ -142,14 +142,6 @@ void frmSetup::onCmdStop() {
     windows::setLogButtons(*this);
 }
 
-void frmSetup::onCmdViewLog() {
-    windows::viewLog();
-}
-
 void frmSetup::onCmdDeleteLog() {
     windows::deleteLog(*this);
-}
-
-void frmSetup::onCmdHelp() {
-    gpHelp_guides_open();
 }

@@ -18,7 +18,7 @@ public:
     // NOLINTBEGIN(readability-identifier-naming): fixed names
 
     /// Builds `goNuvAcct` and the tax identifiers from the tender table; accounts start empty.
-    void mpNuvAccount_populate();
+    static void mpNuvAccount_populate();
     /// Fills the window from the store's settings and `QBLINK.NUV`. An error of one step is traced,
     /// and the next step follows.
     void mpDefaults_QuickBooks_set();
@@ -44,22 +44,24 @@ protected:
     bool dispatch(std::string_view name, ui::Signal signal) override;
 
 private:
+    /// A handler or step that needs nothing of the window.
+    template <void (*Run)()>
+    void perform() {
+        Run();
+    }
+
     // life of the window (frmSetup.cpp)
     void onLoad();
     void onActivate();
-    void onUnload();
     void onCmdRun();
     void showPage(int page);
     void onCmdAcceptCancel();
     void onMnuExit();
     void onMnuUnlock();
     void onCmdStop();
-    void onCmdViewLog();
     void onCmdDeleteLog();
-    void onCmdHelp();
 
     // accounts and defaults (setup_mapping.cpp, setup_defaults.cpp)
-    void readSetup();
     void fillGrid();
     void fillTaxRows();
     void showPurchaseMark();

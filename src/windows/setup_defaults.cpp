@@ -34,6 +34,22 @@ std::string taxRateText(int row) {
     return util::format(gCommon.*kRates[row], "0.000");
 }
 
+/// Reads `QBLINK.NUV`; without one, the values that a new store starts with.
+void readSetup() {
+    gpBRV_Trace_writing("gfbAccounts_Setup_reading");
+    if (gfbAccounts_Setup_reading() != kNo) {
+        return;
+    }
+    gbUseAR = kYes;
+    gbUseAP = kYes;
+    gsNetTerms = "30";
+    gaNuvTax.at(kLastTaxRow).salesAccount.clear();
+    for (std::string* text :
+         {&gsLastInvoice, &gsLastPODate, &gsVendorsAccountPayable, &gsTaxPayee}) {
+        text->clear();
+    }
+}
+
 }  // namespace
 
 void frmSetup::mpNuvAccount_populate() {
@@ -46,8 +62,8 @@ void frmSetup::mpNuvAccount_populate() {
 void frmSetup::mpDefaults_QuickBooks_set() {
     using Step = void (frmSetup::*)();
     static constexpr Step kSteps[] = {
-        &frmSetup::mpNuvAccount_populate,
-        &frmSetup::readSetup,
+        &frmSetup::perform<mpNuvAccount_populate>,
+        &frmSetup::perform<readSetup>,
         &frmSetup::fillGrid,
         &frmSetup::fillTaxRows,
         &frmSetup::showPurchaseMark,
@@ -66,21 +82,6 @@ void frmSetup::mpDefaults_QuickBooks_set() {
                 );
             }
         );
-    }
-}
-
-void frmSetup::readSetup() {
-    gpBRV_Trace_writing("gfbAccounts_Setup_reading");
-    if (gfbAccounts_Setup_reading() != kNo) {
-        return;
-    }
-    gbUseAR = kYes;
-    gbUseAP = kYes;
-    gsNetTerms = "30";
-    gaNuvTax.at(kLastTaxRow).salesAccount.clear();
-    for (std::string* text :
-         {&gsLastInvoice, &gsLastPODate, &gsVendorsAccountPayable, &gsTaxPayee}) {
-        text->clear();
     }
 }
 

@@ -95,6 +95,10 @@ std::int64_t Database::changes() const {
     return sqlite3_changes64(handle_);
 }
 
+bool Database::inTransaction() const {
+    return sqlite3_get_autocommit(handle_) == 0;
+}
+
 void Database::fail(int code) const {
     const std::string cause = util::fromUtf8(sqlite3_errmsg(handle_));
     const int extended = sqlite3_extended_errcode(handle_);

@@ -32,6 +32,8 @@ public:
     void run(const std::string& statement, const std::vector<Stored>& values = {});
     /// Rows that the last statement changed.
     [[nodiscard]] std::int64_t changes() const;
+    /// False also when the store itself undid a transaction after a failure of the disk.
+    [[nodiscard]] bool inTransaction() const;
     [[nodiscard]] const std::string& catalog() const { return catalog_; }
 
 private:

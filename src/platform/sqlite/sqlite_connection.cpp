@@ -175,6 +175,9 @@ void SqliteConnection::alterColumn(const Translation& translation) {
 /// Transactions begun inside another one belong to it, as on the server.
 void SqliteConnection::transaction(const Translation& translation) {
     CatalogSession& open = session();
+    if (!open.database.inTransaction()) {
+        open.transactionDepth = 0;
+    }
     const StatementKind kind = translation.statement.kind;
     if (kind == StatementKind::begin) {
         if (open.transactionDepth == 0) {

@@ -1,0 +1,103 @@
+#include "export/purchase_order_post.h"
+
+#include "db/NuvDBSM_MSDE.h"
+#include "db/nuvDBSM_Inventory.h"
+#include "db/nuvDBSM_POHeader.h"
+#include "db/nuvDBSM_POHistory.h"
+#include "db/nuvDBSM_Vendors.h"
+#include "export/export_run.h"
+#include "export/record_exports.h"
+#include "export/record_walk.h"
+#include "export/sale_conversion.h"
+#include "qb/clsQBPO.h"
+#include "util/conversions.h"
+#include "util/nuv_formats.h"
+
+namespace exporting {
+
+namespace {
+
+constexpr char kNonStock[] = "~NONSTK";
+
+/// Reads the head of the order in the buffer. A number that is longer than the head's column has
+/// none.
+bool readHead(const std::string& number) {
+    if (number.size() > decltype(db::POHeaderRecord::PO)::kWidth) {
+        return false;
+    }
+    gPOHeader.PO = number;
+    return readEqual(db::tablePOHeader, db::keyPOHeaderPO);
+}
+
+void setDates(clsQBPO& order, bool hasHead) {
+    const std::string received = gPOHistory.DateReceived.str();
+    order.TxnDate = storeDate(hasHead ? gPOHeader.ORDERDATE.str() : received);
+    order.DueDate = storeDate(received);
+    const std::string expected = hasHead ? storeDate(gPOHeader.ETADATE.str()) : std::string();
+    // Only a text that is a date changes its form.
+    order.ExpectedDate = storedDate(expected) == expected ? std::string() : expected;
+}
+
+std::string exportVendor() {
+    const std::string code = gPOHistory.VendorCode.trimmed();
+    if (code.empty()) {
+        return ensureVendor(code);
+    }
+    gVendors.VENDCODE = code;
+    if (readEqual(db::tableVendors, db::keyVendorsVendCode)) {
+        gpVendor_export();
+    }
+    return code;
+}
+
+/// Display form of the receipt's item; the non-stock item for one that the store has not.
+std::string exportItem() {
+    gInventory.RecordNum = gPOHistory.InvUID;
+    if (!readEqual(db::tableInventory, db::keyInventoryRecordNum)) {
+        return kNonStock;
+    }
+    std::string name = util::rtrim(gfsItem_name(gInventory.SL.str()));
+    gpItemCost_export();
+    return name;
+}
+
+}  // namespace
+
+bool isPostableReceipt() {
+    const auto status = gPOHistory.Status.view();
+    return status == "R" || status == "U";
+}
+
+PurchaseOrderPost::PurchaseOrderPost() {
+    gaQBPOLines.assign(1, QBPOLine());
+}
+
+void PurchaseOrderPost::begin() {
+    number_ = gPOHistory.PONumber.str();
+    gaQBPOLines.assign(1, QBPOLine());
+    clsQBPO& order = qb::purchaseOrder();
+    order = clsQBPO();
+    order.RefNumber = util::trim(number_);
+    setDates(order, readHead(order.RefNumber));
+    order.VendorName = exportVendor();
+    showStatus(gPOHistory.DateReceived.str() + " " + number_ + " " + gPOHistory.VendorCode.str());
+}
+
+void PurchaseOrderPost::addLine() {
+    QBPOLine line;
+    line.Item = exportItem();
+    line.Amount = util::times(gPOHistory.UnitCost, gPOHistory.UnitQty).abs().rounded(2);
+    line.Quantity = gPOHistory.UnitQty;
+    gaQBPOLines.push_back(line);
+}
+
+void PurchaseOrderPost::post() {
+    if (gaQBPOLines.size() <= 1) {
+        return;
+    }
+    qb::purchaseOrder().POHeaderAddNewReq();
+    logGatewayStatus();
+    gaQBPOLines.assign(1, QBPOLine());
+}
+
+}  // namespace exporting

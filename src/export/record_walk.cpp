@@ -1,0 +1,103 @@
+#include "export/record_walk.h"
+
+#include "core/brvDBSM_Interface.h"
+#include "core/brv_op.h"
+#include "core/link_setup.h"
+#include "core/run_log.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "export/export_run.h"
+#include "util/conversions.h"
+
+#include <limits>
+#include <utility>
+
+namespace exporting {
+
+namespace {
+
+enum class Move : std::uint8_t { found, none, failed };
+
+Move move(const RecordWalk& walk, const std::function<bool()>& step) {
+    bool found = false;
+    if (!guardRecord(walk.name, [&] { found = step(); })) {
+        return Move::failed;
+    }
+    return found ? Move::found : Move::none;
+}
+
+WalkEnd endStopped(const RecordWalk& walk) {
+    showStatus(walk.cancelled);
+    return WalkEnd::stopped;
+}
+
+}  // namespace
+
+WalkEnd walkRecords(const RecordWalk& walk) {
+    Move moved = move(walk, walk.first);
+    if (moved == Move::none) {
+        return WalkEnd::empty;
+    }
+    while (moved == Move::found) {
+        guardRecord(walk.name, walk.send);
+        walk.progress();
+        if (gbStopRequested != kNo) {
+            return endStopped(walk);
+        }
+        moved = move(walk, walk.next);
+    }
+    return moved == Move::failed ? endStopped(walk) : WalkEnd::done;
+}
+
+std::function<bool()> firstByKey(std::int16_t table, std::int16_t key) {
+    return [=] { return gfiDB_Operation(table, db::opGetFirst, key) != kNo; };
+}
+
+std::function<bool()> nextByKey(std::int16_t table, std::int16_t key) {
+    return [=] { return gfiDB_Operation(table, db::opGetNext, key) != kNo; };
+}
+
+std::function<bool()> firstOfStatement(std::int16_t table, std::string statement) {
+    return [table, statement = std::move(statement)] {
+        if (gfbDB_OpenBySQL(statement, table) == kNo) {
+            return false;
+        }
+        db_pRecord_fromRow(table);
+        return true;
+    };
+}
+
+std::function<bool()> nextOfStatement(std::int16_t table) {
+    return [table] {
+        db::moveNext(table);
+        if (db::atEnd(table)) {
+            return false;
+        }
+        db_pRecord_fromRow(table);
+        return true;
+    };
+}
+
+bool readEqual(std::int16_t table, std::int16_t key) {
+    return gfiDB_Operation(table, db::opEqual, key) != kNo;
+}
+
+void reportMissing(const std::string& record) {
+    showStatus("ERROR: " + record + " Not in database!!!");
+    gpQBLink_Log_writing("ERROR: " + record + " Not In Database!!!");
+}
+
+void storeRecordMark(const char* key, std::int16_t& mark, std::int32_t number) {
+    const std::string text = util::textOf(static_cast<std::int64_t>(number));
+    if (number > std::numeric_limits<std::int16_t>::max()) {
+        gpQBLink_Log_writing(
+            std::string(key) + ": record " + text + " is above 32767, the mark stays as it was"
+        );
+        return;
+    }
+    mark = static_cast<std::int16_t>(number);
+    if (core::openLinkSetup()) {
+        core::storeMark(key, text);
+    }
+}
+
+}  // namespace exporting

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+/// The walk that every export of a list is: row by row, progress in the label, Stop after a row.
+namespace exporting {
+
+/// How one list is walked.
+struct RecordWalk {
+    const char* name;                ///< of the routine, for the log
+    std::function<bool()> first;     ///< puts the first row into the buffer; false: there is none
+    std::function<bool()> next;      ///< the next row; false at the end
+    std::function<void()> send;      ///< the row in the buffer goes to the company file
+    std::function<void()> progress;  ///< shows the row in the buffer
+    const char* cancelled;           ///< text of the label after Stop
+};
+
+enum class WalkEnd : std::uint8_t { empty, done, stopped };
+
+/// Walks the list. An error of one record is logged and the walk goes on; an error of a movement is
+/// logged and ends the walk as Stop does. After Stop the label holds the walk's own text.
+WalkEnd walkRecords(const RecordWalk& walk);
+
+/// Movements of a walk in the order of a key of a table.
+std::function<bool()> firstByKey(std::int16_t table, std::int16_t key);
+std::function<bool()> nextByKey(std::int16_t table, std::int16_t key);
+/// Movements of a walk over the rows of one statement.
+std::function<bool()> firstOfStatement(std::int16_t table, std::string statement);
+std::function<bool()> nextOfStatement(std::int16_t table);
+
+/// Reads the row of the key in the buffer. @return false when there is none.
+bool readEqual(std::int16_t table, std::int16_t key);
+
+/// Shows that a record of a manual export does not exist, and logs it. Kept: the two texts differ
+/// in the case of their letters.
+void reportMissing(const std::string& record);
+
+/// Keeps the record mark of a list export in memory and in `QBLINK.NUV`. A number above 32767 does
+/// not fit: the mark stays and a line in the log says so.
+void storeRecordMark(const char* key, std::int16_t& mark, std::int32_t number);
+
+}  // namespace exporting
