@@ -61,7 +61,7 @@ int makeStore(const Options& options) {
     const std::string companyFile = (folder / "company.qbw").string();
     const std::string setup = linkSetupText(companyFile);
     writeText(folder / "QBLINK.NUV", setup);
-    writeCompanyFile(companyFile, setup);
+    companyfile::createRetail(companyFile, setup);
     return rows;
 }
 

@@ -26,7 +26,7 @@ inline constexpr std::int32_t kFirstShippingItem = 15;
 /// Number of the first ordinary item.
 inline constexpr std::int32_t kFirstGoods = 18;
 
-/// The shop's people as (short code, name); the codes are those of the company file's sales reps.
+/// The shop's people; their codes become the initials of the company file's sales reps.
 struct Person {
     const char* code;
     const char* firstName;

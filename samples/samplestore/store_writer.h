@@ -28,8 +28,4 @@ int writeTables(const Options& options);
 /// Text of `QBLINK.NUV` for this shop and the company file at `companyFile`.
 std::string linkSetupText(const std::string& companyFile);
 
-/// Makes the company file: template, what the mapping names, and the people and ways of paying that
-/// this store's exports refer to. @throws companyfile::CallError.
-void writeCompanyFile(const std::string& file, const std::string& linkSetup);
-
 }  // namespace samplestore

@@ -24,9 +24,8 @@ constexpr int kWrongCall = 64;
 
 constexpr char kUsage[] =
     "usage: brevane-console < SCRIPT\n"
-    "Posts a store's records into its company file; reads the operator's actions, one a line, "
-    "from\n"
-    "the standard input and says on the standard output what the windows show. No arguments.\n"
+    "Posts a store's records into its company file. Reads the operator's actions, one a line,\n"
+    "from the standard input and prints what the windows show. No arguments.\n"
     "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
     "BREVANE_QBXML_LOG       file to which every document sent and received is appended\n"
     "Status: 0 the program ended by itself, 2 the script cannot be understood, 3 the platform\n"

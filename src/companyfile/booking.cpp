@@ -19,41 +19,66 @@ void averageIn(Entry& item, const Line& line) {
     item.averageCost = quotient(before + line.amount, share);
 }
 
-/// Changes the figures that a transaction touches; `sign` is -1 to take it back.
-void applyEffects(Ledger& ledger, const Transaction& transaction, int sign) {
-    std::set<Entry*> touched;
-    const auto change = [&](Entry* entry, util::Money amount) {
-        if (entry != nullptr) {
-            entry->balance += sign < 0 ? -amount : amount;
-            touched.insert(entry);
+/// Changes the figures that a transaction touches, or changes them back.
+class Effects {
+public:
+    Effects(Ledger& ledger, const Transaction& transaction, bool back)
+        : ledger_(ledger),
+          transaction_(transaction),
+          back_(back) {}
+
+    void apply() {
+        for (const Posting& posting : transaction_.postings) {
+            changeBalances(posting);
         }
-    };
-    for (const Posting& posting : transaction.postings) {
-        Entry* account = ledger.lists().byId(posting.account);
-        change(account, posting.amount);
+        for (const Line& line : transaction_.lines) {
+            if (!line.stock.isZero()) {
+                changeStock(line);
+            }
+        }
+        for (const Entry* entry : touched_) {
+            ledger_.lists().saveFigures(*entry);
+        }
+    }
+
+private:
+    void changeBalance(Entry* entry, util::Money amount) {
+        if (entry != nullptr) {
+            entry->balance += back_ ? -amount : amount;
+            touched_.insert(entry);
+        }
+    }
+
+    void changeBalances(const Posting& posting) {
+        Entry* account = ledger_.lists().byId(posting.account);
+        changeBalance(account, posting.amount);
         const std::string_view type = account == nullptr ? "" : accountType(*account);
         if (type == "AccountsReceivable") {
-            change(ledger.lists().byId(posting.name), posting.amount);
+            changeBalance(ledger_.lists().byId(posting.name), posting.amount);
         } else if (type == "AccountsPayable") {
-            change(ledger.lists().byId(posting.name), -posting.amount);
+            changeBalance(ledger_.lists().byId(posting.name), -posting.amount);
         }
     }
-    const Family family = transaction.kind->family;
-    const bool brings = sign > 0 && (family == Family::purchase || family == Family::internal);
-    for (const Line& line : transaction.lines) {
-        Entry* item = line.stock.isZero() ? nullptr : ledger.lists().byId(line.item);
-        if (item != nullptr) {
-            if (brings && line.stock.raw > 0) {
-                averageIn(*item, line);
-            }
-            item->quantity = item->quantity + (sign < 0 ? -line.stock : line.stock);
-            touched.insert(item);
+
+    void changeStock(const Line& line) {
+        Entry* item = ledger_.lists().byId(line.item);
+        if (item == nullptr) {
+            return;
         }
+        const Family family = transaction_.kind->family;
+        const bool hasCost = family == Family::purchase || family == Family::internal;
+        if (hasCost && !back_ && line.stock.raw > 0) {
+            averageIn(*item, line);
+        }
+        item->quantity = item->quantity + (back_ ? -line.stock : line.stock);
+        touched_.insert(item);
     }
-    for (const Entry* entry : touched) {
-        ledger.lists().saveFigures(*entry);
-    }
-}
+
+    Ledger& ledger_;
+    const Transaction& transaction_;
+    bool back_;
+    std::set<Entry*> touched_;
+};
 
 /// True for an account that can take the share of a line.
 bool takesLines(const Entry& account) {
@@ -94,12 +119,12 @@ void enter(Ledger& ledger, Transaction& transaction) {
         throw cannotSave(transaction.kind->label, "Transaction not in balance.");
     }
     ledger.transactions().save(transaction, ledger.now());
-    applyEffects(ledger, transaction, 1);
+    Effects(ledger, transaction, false).apply();
 }
 
 void takeBack(Ledger& ledger, const Transaction& transaction) {
     ledger.transactions().remove(transaction);
-    applyEffects(ledger, transaction, -1);
+    Effects(ledger, transaction, true).apply();
 }
 
 Entry&
@@ -159,7 +184,7 @@ void checkAddresses(const Element& fields) {
             has("State") && has("PostalCode")) {
             throw StatusError(
                 3210,
-                "The \"address\" field has an invalid value \"\"." +
+                R"(The "address" field has an invalid value "".)" +
                     programSays("The parameter is incorrect.")
             );
         }

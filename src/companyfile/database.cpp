@@ -137,6 +137,7 @@ Database::Database(const std::string& path, Mode mode) : path_(path) {
         probe();
     }
     execute("PRAGMA synchronous = NORMAL");
+    execute("PRAGMA wal_autocheckpoint = 8000");  // pages; each checkpoint waits for the disk
     sqlite3_busy_timeout(handle(), kBusyMs);
     foreignChanges_ = std::make_unique<Statement>(prepare("PRAGMA data_version"));
 }

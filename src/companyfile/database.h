@@ -35,7 +35,7 @@ private:
     Statement(Database& database, const char* sql);
     void reset();
     void put(int index, std::int64_t value);
-    void put(int index, bool value) { put(index, std::int64_t{value}); }
+    void put(int index, bool value) { put(index, static_cast<std::int64_t>(value)); }
     void put(int index, std::string_view value);
     void put(int index, const std::string& value) { put(index, std::string_view(value)); }
 

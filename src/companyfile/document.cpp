@@ -82,13 +82,13 @@ pugi::xml_node onlyChild(const pugi::xml_node& parent, std::string_view name) {
                 unparsable();
             }
         } else if (child.type() == pugi::node_element) {
-            if (result || child.name() != name) {
+            if (!result.empty() || child.name() != name) {
                 unparsable();
             }
             result = child;
         }
     }
-    if (!result) {
+    if (result.empty()) {
         unparsable();
     }
     return result;

@@ -27,7 +27,7 @@ public:
     Ledger(const std::string& path, Database::Mode mode);
 
     /// As CompanyFile::exchange.
-    std::string exchange(const std::string& document);
+    std::string exchange(const std::string& text);
     /// Carries out `work` as one unit: kept when it returns, undone when it throws.
     void change(const std::function<void()>& work);
     /// Carries out `work` on the state that the file has now; nothing may be changed in it.

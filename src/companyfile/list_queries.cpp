@@ -48,11 +48,11 @@ bool passesBalance(const Entry& entry, const Element& filter) {
         return true;
     }
     const std::string_view comparison = filter.at("TotalBalanceFilter/Operator");
-    const auto order = entry.balance <=> amountFrom(filter.at("TotalBalanceFilter/Amount"));
-    if (order == 0) {
+    const util::Money limit = amountFrom(filter.at("TotalBalanceFilter/Amount"));
+    if (entry.balance == limit) {
         return comparison.ends_with("Equal");
     }
-    return comparison.starts_with(order < 0 ? "Less" : "Greater");
+    return comparison.starts_with(entry.balance < limit ? "Less" : "Greater");
 }
 
 void requireOrderedRanges(const Element& filter) {

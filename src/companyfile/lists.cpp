@@ -4,7 +4,6 @@
 #include "companyfile/text.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace companyfile {
 
@@ -183,15 +182,7 @@ Entry& Lists::add(Entry entry, std::int64_t now) {
     entry.id = number_.integer(0);
     number_.bind();
     constexpr std::int64_t kFirstListId = 0x80000000;
-    std::string number(40, '\0');
-    number.resize(static_cast<std::size_t>(std::snprintf(
-        number.data(),
-        number.size(),
-        "%llX-%lld",
-        static_cast<unsigned long long>(kFirstListId + entry.id),
-        static_cast<long long>(now)
-    )));
-    entry.listId = number;
+    entry.listId = idText(kFirstListId + entry.id, now);
     entry.created = entry.modified = entry.editSequence = now;
     insert_
         .bind(

@@ -46,7 +46,8 @@ public:
         for (std::size_t i = 0; i < fields_.size(); ++i) {
             const SchemaField& field = fields_[i];
             const bool asked = field.choice.empty() || isTaken(field.choice, field.alternative);
-            if (field.required && asked && !repeatingGroup(field) && !taken_.contains(i)) {
+            if (field.required && asked && repeatingGroup(field) == nullptr &&
+                !taken_.contains(i)) {
                 unparsable();
             }
         }

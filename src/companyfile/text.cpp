@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <utility>
 
 namespace companyfile {
@@ -129,6 +130,18 @@ bool removeSuffix(std::string_view& text, std::string_view suffix) {
     }
     text.remove_suffix(suffix.size());
     return true;
+}
+
+std::string idText(std::int64_t number, std::int64_t now) {
+    std::string text(40, '\0');
+    text.resize(static_cast<std::size_t>(std::snprintf(
+        text.data(),
+        text.size(),
+        "%llX-%lld",
+        static_cast<unsigned long long>(number),
+        static_cast<long long>(now)
+    )));
+    return text;
 }
 
 }  // namespace companyfile

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,8 @@ char32_t nextCharacter(std::string_view& utf8);
 /// Tests `text` by one of the words Equals, StartsWith, Contains, EndsWith; both in the same case
 /// form.
 bool matches(std::string_view criterion, std::string_view text, std::string_view part);
+/// An id as the wire shows it: the number in hexadecimal digits, a hyphen, the moment in seconds.
+std::string idText(std::int64_t number, std::int64_t now);
 /// The pieces of `text` between `separator`s, empty ones included.
 std::vector<std::string_view> split(std::string_view text, char separator);
 /// Takes `suffix` off the end of `text`; false, with `text` as it was, when it does not end so.

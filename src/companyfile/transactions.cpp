@@ -3,7 +3,6 @@
 #include "companyfile/text.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace companyfile {
 
@@ -36,18 +35,6 @@ constexpr TransactionKind kKinds[] = {
     {"OpeningBalance", "Opening Balance", Family::internal, 1, "", "", ""},
     {"InventoryAdjustment", "Inventory Adjustment", Family::internal, 1, "", "", ""},
 };
-
-std::string idText(std::int64_t number, std::int64_t now) {
-    std::string text(40, '\0');
-    text.resize(static_cast<std::size_t>(std::snprintf(
-        text.data(),
-        text.size(),
-        "%llX-%lld",
-        static_cast<unsigned long long>(number),
-        static_cast<long long>(now)
-    )));
-    return text;
-}
 
 std::vector<std::int64_t> idsOf(Statement& statement) {
     std::vector<std::int64_t> ids;

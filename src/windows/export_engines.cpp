@@ -1,6 +1,8 @@
 #include "windows/export_engines.h"
 
 #include "export/export_run.h"
+#include "export/list_exports.h"
+#include "export/purchase_orders_export.h"
 #include "export/sales_export.h"
 
 #include <string>
@@ -9,13 +11,13 @@ namespace windows {
 
 ExportEngines& exportEngines() {
     static ExportEngines engines = {{
-        {exportInventory, "Inventory", {}, {}},
-        {exportNames, "Names", {}, {}},
-        {exportVendors, "Vendors", {}, {}},
-        {exportSales, "Sales", gpSales_export, {}},
-        {exportPOHistory, "PO History", {}, {}},
-        {exportSalesCodes, "Sales Codes", {}, {}},
-        {exportTenders, "Tenders", {}, {}},
+        {exportInventory, "Inventory", gpInventory_export, gpInventoryManual_export},
+        {exportNames, "Names", gpNames_export, gpNamesManual_export},
+        {exportVendors, "Vendors", [] { gpVendors_export("frmSetup"); }, gpVendorsManual_export},
+        {exportSales, "Sales", gpSales_export, gpSalesManual_export},
+        {exportPOHistory, "PO History", gpPurchaseOrders_export, gpPurchaseOrdersManual_export},
+        {exportSalesCodes, "Sales Codes", gpSalesCodes_export, gpSalesCodesManual_export},
+        {exportTenders, "Tenders", gpTenders_export, gpTendersManual_export},
     }};
     return engines;
 }

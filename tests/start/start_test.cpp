@@ -37,7 +37,10 @@ void dropColumn(const std::string& catalog, const std::string& table, const std:
 
 class Start : public LinkFixture {
 protected:
-    void SetUp() override { makeStore(24, 2); }
+    void SetUp() override {
+        makeStore(24, 2);
+        setSetupValue("IMPORT HIST", "Last Inventory UID Added", "11");
+    }
     [[nodiscard]] bool mainWindowShown() const {
         const auto& shown = desktop.shownForms;
         return std::find(shown.begin(), shown.end(), "frmSetup") != shown.end();

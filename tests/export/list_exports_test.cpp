@@ -1,0 +1,354 @@
+#include "core/brv_op.h"
+#include "core/link_setup.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "export/list_exports.h"
+#include "export/purchase_orders_export.h"
+#include "export/sales_export.h"
+#include "support/link_fixture.h"
+#include "util/text_codec.h"
+
+#include <algorithm>
+
+namespace {
+
+using testing_support::LinkFixture;
+
+constexpr int kInventory = 0;
+constexpr int kNames = 1;
+constexpr int kVendors = 2;
+constexpr int kPurchases = 4;
+constexpr int kSalesCodes = 5;
+constexpr int kTenders = 6;
+
+class ListExports : public LinkFixture {
+protected:
+    void SetUp() override {
+        makeStore(0, 3);
+        openSetup();
+        click("CmdInitialized");
+    }
+    [[nodiscard]] std::string mark(const char* key) { return setupValue("IMPORT HIST", key); }
+    [[nodiscard]] std::string books() const {
+        return companyfile::CompanyFile::open(companyFile()).dump();
+    }
+    [[nodiscard]] bool booksName(const std::string& name) const {
+        return books().find("\"Name\": \"" + name + "\"") != std::string::npos;
+    }
+    /// Presses Stop as soon as the label has shown `count` more texts that hold `part`.
+    void stopAfter(const std::string& part) {
+        const auto press = [this, part] {
+            if (status().find(part) != std::string::npos) {
+                click("cmdStop");
+            }
+        };
+        for (int yield = 1; yield < 2000; ++yield) {
+            desktop.onYield[desktop.yields + yield] = press;
+        }
+    }
+    void typeManual(const char* box, const char* field, const char* text) {
+        setup->setOn(box, true);
+        setup->raise(box, ui::Signal::click);
+        setup->setText(field, text);
+    }
+    std::size_t lines(const std::string& part) const {
+        const std::string log = fileText("QBLINK.LOG");
+        std::size_t count = 0;
+        for (std::size_t at = log.find(part); at != std::string::npos;
+             at = log.find(part, at + 1)) {
+            ++count;
+        }
+        return count;
+    }
+};
+
+TEST_F(ListExports, namesWithABalanceGoAndTheMarkMovesToTheLastRow) {
+    exportChecked(kNames);
+    EXPECT_TRUE(
+        booksName("Grace0004") || booksName("N\xC3\xBA\xC3\xB1"
+                                            "ez0004")
+    );
+    EXPECT_FALSE(booksName("O'Brien0001"));
+    EXPECT_EQ(lines("No Names exported! Balance = 0"), 48U);
+    EXPECT_EQ(mark("Last Name UID Added"), "64");
+
+    restart();
+    exportChecked(kNames);
+    EXPECT_EQ(status(), "No Names exported");
+    EXPECT_EQ(mark("Last Name UID Added"), "64");
+}
+
+TEST_F(ListExports, allItemsGoInTheirKindsAndAgainTheNextTime) {
+    exportChecked(kInventory);
+    EXPECT_EQ(status(), "Done Item Inventory List export");
+    EXPECT_EQ(mark("Last Inventory UID Added"), "157");
+    struct Kind {
+        const char* given;
+        const char* name;
+        const char* kind;
+    };
+    constexpr Kind kKinds[] = {
+        {"stock", "1000018.A", "ItemInventory"},
+        {"a service with cost", "9000002.A", "ItemNonInventory"},
+        {"a shipping item", "SHIPUPS.A", "ItemOtherCharge"},
+        {"a special row", "~DISCNT", "ItemOtherCharge"},
+    };
+    const std::string dump = books();
+    for (const Kind& row : kKinds) {
+        SCOPED_TRACE(row.given);
+        const std::size_t at = dump.find("\"Name\": \"" + std::string(row.name) + "\"");
+        ASSERT_NE(at, std::string::npos);
+        const std::size_t begin = dump.rfind('{', at);
+        const std::string entry = dump.substr(begin, dump.find("\n", at + 400) - begin);
+        EXPECT_NE(entry.find(row.kind), std::string::npos) << entry;
+    }
+    const std::size_t log = fileText("QBLINK.LOG").size();
+    restart();
+    exportChecked(kInventory);
+    EXPECT_EQ(status(), "Done Item Inventory List export");
+    EXPECT_EQ(fileText("QBLINK.LOG").size(), log) << fileText("QBLINK.LOG");
+}
+
+TEST_F(ListExports, vendorsTendersAndSalesCodesGoOnce) {
+    exportChecked(kVendors);
+    EXPECT_EQ(status(), "Done Vendor List export");
+    EXPECT_TRUE(booksName("FORGE"));
+    setup->setOn("chkExport", false, kVendors);
+
+    exportChecked(kTenders);
+    EXPECT_EQ(status(), "Done Tender Types Export");
+    EXPECT_TRUE(booksName("On Account"));
+    EXPECT_TRUE(booksName("Master Card Credit Card"));
+    setup->setOn("chkExport", false, kTenders);
+
+    exportChecked(kSalesCodes);
+    EXPECT_EQ(status(), "Done Employee/SalesCode Export");
+    EXPECT_TRUE(booksName("Ben O'Hara Rep"));
+    EXPECT_EQ(fileText("QBLINK.LOG").find("OtherName"), std::string::npos);
+    const std::string before = books();
+    exportChecked(kSalesCodes);
+    EXPECT_EQ(books(), before);
+}
+
+TEST_F(ListExports, stopLeavesAfterTheRecordAtHandWithItsOwnText) {
+    struct Stop {
+        int index;
+        const char* part;  ///< of the progress text at which Stop is pressed
+        const char* text;
+        const char* mark;  ///< key and value that the stopped run leaves
+        const char* value;
+    };
+    constexpr Stop kStops[] = {
+        {kInventory, "~PAYROL", "Exporting Inventory Cancelled", "Last Inventory UID Added", "5"},
+        {kNames, "0003", "Exporting Names Cancelled", "Last Name UID Added", "3"},
+        {kVendors, "BRULE", "Exporting Vendor Cancelled", "", ""},
+        {kTenders, "Check", "Exporting Tender Cancelled", "", ""},
+        {kSalesCodes, "BEN", "Exporting Employee/SalesCode Cancelled", "", ""},
+        {kPurchases, "PO101", "Exporting PO Cancelled", "Last Purchase Order UID", "4"},
+    };
+    for (const Stop& row : kStops) {
+        SCOPED_TRACE(row.text);
+        desktop.onYield.clear();
+        stopAfter(row.part);
+        exportChecked(row.index);
+        setup->setOn("chkExport", false, row.index);
+        EXPECT_EQ(status(), row.text);
+        if (*row.mark != '\0') {
+            EXPECT_EQ(mark(row.mark), row.value);
+        }
+    }
+}
+
+TEST_F(ListExports, receiptsBecomeOneOrderForEachNumberAndTheRunIsNotRepeated) {
+    // When
+    exportChecked(kPurchases);
+
+    // Then
+    const auto orders = transactions("PurchaseOrder");
+    ASSERT_EQ(orders.size(), 3U);
+    EXPECT_EQ(orders[0].refNumber, "PO100");
+    EXPECT_EQ(orders[0].name, "ACME");
+    EXPECT_EQ(orders[0].lines.size(), 3U);
+    EXPECT_EQ(status(), "Done PO export");
+    EXPECT_EQ(mark("Last Purchase Order UID"), "9");
+    EXPECT_EQ(mark("Last Purchase Order Posted"), "00000000");
+
+    exportChecked(kPurchases);
+    EXPECT_EQ(
+        desktop.boxes.back().text,
+        "You Already run once, Please exit the program if you want to run again"
+    );
+    restart();
+    exportChecked(kPurchases);
+    EXPECT_EQ(desktop.boxes.back().text, "no PO's found to export");
+    EXPECT_EQ(transactions("PurchaseOrder").size(), 3U);
+}
+
+TEST_F(ListExports, oddReceiptsTravelAsFarAsTheyCan) {
+    execute("UPDATE POHistory SET InvUID = 999 WHERE UniqueID = 2");
+    execute("UPDATE POHistory SET VendorCode = ' ' WHERE PONumber = 'PO101'");
+    execute("UPDATE POHistory SET Status = 'P' WHERE PONumber = 'PO102'");
+    exportChecked(kPurchases);
+    const auto orders = transactions("PurchaseOrder");
+    ASSERT_EQ(orders.size(), 2U);
+    EXPECT_EQ(orders[0].lines[1].item, "~NONSTK");
+    EXPECT_EQ(orders[1].name, "Default");
+    EXPECT_EQ(mark("Last Purchase Order UID"), "6");
+}
+
+struct ManualCase {
+    const char* given;
+    const char* box;
+    const char* field;
+    const char* text;
+    const char* label;  ///< text of the label when the run has ended
+    const char* log;    ///< part of the log; empty: nothing is said
+    const char* entry;  ///< entry that stands in the books afterwards; empty: none is asked for
+};
+
+TEST_F(ListExports, manualRunsSendOneRecordAndTouchNoMark) {
+    constexpr ManualCase kCases[] = {
+        {"a customer without balance",
+         "chkNameManual",
+         "txtNameManual",
+         "O'Brien0001",
+         "O'Brien0001                                             ",
+         "",
+         "O'Brien0001"},
+        {"a customer that is nowhere",
+         "chkNameManual",
+         "txtNameManual",
+         "NO'ONE",
+         "ERROR: ARCode = NO'ONE Not in database!!!",
+         "ERROR: ARCode = NO'ONE Not In Database!!!",
+         ""},
+        {"no customer", "chkNameManual", "txtNameManual", "  ", "No Names exported", "", ""},
+        {"an item in display form",
+         "chkInvtManual",
+         "txtInventoryManual",
+         "1000018.A",
+         "Enamel Mug                     1000018A",
+         "",
+         "1000018.A"},
+        {"an item with wildcards",
+         "chkInvtManual",
+         "txtInventoryManual",
+         "%'",
+         "The SL you Enter %' is Not in database.",
+         "",
+         ""},
+        {"a vendor",
+         "chkVendorManual",
+         "txtVendorManual",
+         "forge",
+         "Done Vendor List export",
+         "",
+         "FORGE"},
+        {"a vendor that is nowhere",
+         "chkVendorManual",
+         "txtVendorManual",
+         "NONE",
+         "ERROR: Vendor = NONE Not in database!!!",
+         "ERROR: Vendor = NONE Not In Database!!!",
+         ""},
+        {"a tender",
+         "chktenderManual",
+         "txtTenderManual",
+         "4",
+         "Done Tender Types Export",
+         "",
+         "Visa Debit Card"},
+        {"a letter in the tender's number",
+         "chktenderManual",
+         "txtTenderManual",
+         "4a",
+         "Invalid input. Please enter ID number only",
+         "",
+         ""},
+        {"a tender that is nowhere",
+         "chktenderManual",
+         "txtTenderManual",
+         "77",
+         "No Tender exported",
+         "",
+         ""},
+        {"a sales code",
+         "chkSalesCodeManual",
+         "txtSalescodeManual",
+         "ben",
+         "Done Employee/SalesCode Export",
+         "",
+         "Ben O'Hara Rep"},
+        {"a sales code that is nowhere",
+         "chkSalesCodeManual",
+         "txtSalescodeManual",
+         "ZED",
+         "ERROR: SalesCode = ZED Not in database!!!",
+         "ERROR: SalesCode = ZED Not In Database!!!",
+         ""},
+        {"an order", "chkPOHisManual", "txtPOHisPONum", "PO101", "Done PO Manual Export", "", ""},
+        {"an order that is nowhere",
+         "chkPOHisManual",
+         "txtPOHisPONum",
+         "PO999",
+         "ERROR: POHistory = PO999 Not in database!!!",
+         "ERROR: POHistory = PO999 Not In Database!!!",
+         ""},
+        {"a sale that is nowhere",
+         "chkManual",
+         "txtInvoiceManual",
+         "77",
+         "ERROR: Sales Invoice = 77 Not in database!!!",
+         "ERROR: Sales Invoice = 77 Not In Database!!!",
+         ""},
+    };
+    for (const ManualCase& row : kCases) {
+        SCOPED_TRACE(row.given);
+        const std::size_t logged = fileText("QBLINK.LOG").size();
+        typeManual(row.box, row.field, row.text);
+        click("CmdManual");
+        EXPECT_EQ(status(), row.label);
+        const std::string news = fileText("QBLINK.LOG").substr(logged);
+        if (*row.log == '\0') {
+            EXPECT_EQ(news, "");
+        } else {
+            EXPECT_NE(news.find(row.log), std::string::npos) << news;
+        }
+        if (*row.entry != '\0') {
+            EXPECT_TRUE(booksName(row.entry));
+        }
+        setup->setOn(row.box, false);
+        setup->raise(row.box, ui::Signal::click);
+    }
+    EXPECT_EQ(transactions("PurchaseOrder").size(), 1U);
+    EXPECT_EQ(mark("Last Purchase Order UID"), "");
+    EXPECT_EQ(mark("Last Name UID Added"), "");
+}
+
+TEST_F(ListExports, aSingleSaleIsPostedWhateverItsMarkAndOnlyOnce) {
+    db::SalesHeadRecord head;
+    head.Invoice = "0000009";
+    head.Status = "V";
+    head.Taxed = "N";
+    head.SubTotal = util::Money::fromWhole(10);
+    head.TotalSale = head.SubTotal;
+    head.Tenders = 1;
+    head.TendType1 = 1;
+    head.TendAmount1 = head.TotalSale;
+    db::SalesItemRecord line;
+    line.InvUID = 1;
+    line.SL = "~NONSTK";
+    line.Shipped = 1;
+    line.Taxed = "N";
+    line.LineTotal = head.SubTotal;
+    addSale(head, {line});
+    for (int run = 0; run < 2; ++run) {
+        typeManual("chkManual", "txtInvoiceManual", "7");  // the next higher number counts
+        click("CmdManual");
+        EXPECT_EQ(status(), "Manual Sales files import Complete...");
+        EXPECT_EQ(transactions("SalesReceipt").size(), 1U);
+    }
+    EXPECT_EQ(mark("Last Invoices Posted"), "");
+    EXPECT_EQ(gsLastInvoice, "");
+}
+
+}  // namespace
