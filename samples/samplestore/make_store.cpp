@@ -22,6 +22,7 @@ void writeText(const fs::path& file, const std::string& text) {
     if (!stream) {
         throw platform::PlatformError(75, file.string() + " cannot be written");
     }
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
 }
 
 void writeSettings(const Options& options) {

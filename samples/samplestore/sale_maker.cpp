@@ -114,7 +114,7 @@ void SaleMaker::start(const std::string& date) {
 }
 
 void SaleMaker::needCustomer() {
-    const auto index = random_.below(static_cast<int>(shop_.customers.size()));
+    const auto index = random_.below(static_cast<int>(shop_.customers.size()) - kQuietCustomers);
     const db::NamesRecord& customer = shop_.customers[static_cast<std::size_t>(index)];
     sale_.head.ARCode = customer.ARCode.view();
     const std::string code = customer.TAXCODE.trimmed();

@@ -23,6 +23,9 @@ inline constexpr std::int32_t kDeletedItem = 12;
 inline constexpr std::int32_t kServiceItem = 13;
 /// Number of the first of three shipping items.
 inline constexpr std::int32_t kFirstShippingItem = 15;
+/// Customers at the end of the list who never buy: those without a balance must not reach the
+/// books.
+inline constexpr int kQuietCustomers = 8;
 /// Number of the first ordinary item.
 inline constexpr std::int32_t kFirstGoods = 18;
 
@@ -38,6 +41,7 @@ inline constexpr Person kPeople[] = {
     {"CHLOE", "Chloe", "Martin"},
     {"DAVID", "David", "Okafor"},
     {"ELENA", "Elena", "Petrova"},
+    {"SAMANTHA", "Sam", ""},  // one word, and a code longer than its initials may be
 };
 
 struct Shop {

@@ -129,6 +129,14 @@ Database::Database(const std::string& path, Mode mode) : path_(path) {
     }
     sqlite3_busy_timeout(handle(), kProbeBusyMs);
     if (mode == Mode::create) {
+        // The books are nobody else's; the files beside this one take over its rights.
+        std::error_code ignored;
+        std::filesystem::permissions(
+            path,
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write |
+                std::filesystem::perms::group_read,
+            ignored
+        );
         execute("PRAGMA journal_mode = WAL");
         execute(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
         execute(("PRAGMA user_version = " + std::to_string(kFormat)).c_str());

@@ -49,6 +49,7 @@ class Reconcile(unittest.TestCase):
             for name, content in files.items():
                 Path(folder, name).write_text(json.dumps(content))
             Path(folder, "qbxml.log").write_text(log)
+            Path(folder, "QBLINK.LOG").write_text("20150105 10:00 SalesAddNewReq 0000001 no\r\n")
             arguments = [folder, f"{folder}/now.json", f"{folder}/qbxml.log"]
             if before is not None:
                 arguments += ["--before", f"{folder}/before.json"]

@@ -128,6 +128,16 @@ constexpr BadStart kBadStarts[] = {
      },
      true,
      "Error in OpenConnectionBeginSession\r\nHRESULT = -2147220474 (80040406) "},
+    {"a damaged company file",
+     [](const std::string& folder) {
+         std::fstream file(
+             folder + "/company.qbw", std::ios::binary | std::ios::in | std::ios::out
+         );
+         file.seekp(4096);  // the first page, with what names its kind, stays
+         file << std::string(12 * 4096, 'x');
+     },
+     true,
+     "Error in OpenConnectionBeginSession\r\nHRESULT = -2147220474 (80040406) "},
 };
 
 TEST_F(Start, saysWhatIsWrongAndDoesNotCrash) {
@@ -188,6 +198,22 @@ TEST_F(Start, aSessionThatCannotBeHadEndsTheProgramOrLeavesItsWindow) {
         ASSERT_FALSE(desktop.boxes.empty());
         EXPECT_EQ(desktop.boxes.front().text, row.text);
     }
+}
+
+TEST_F(Start, aCompanyFileThatAnotherProgramHoldsEndsTheProgram) {
+    core::resetLink();
+    sqlite3* holder = nullptr;
+    ASSERT_EQ(sqlite3_open(companyFile().c_str(), &holder), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(holder, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    bool reached = false;
+    EXPECT_TRUE(runProgram([&](frmSetup&) { reached = true; }));
+    EXPECT_FALSE(reached);
+    ASSERT_FALSE(desktop.boxes.empty());
+    EXPECT_EQ(
+        desktop.boxes.front().text.substr(0, 66),
+        "This QuickBooks company file is open in single user mode and\r\nanot"
+    );
+    sqlite3_close(holder);
 }
 
 TEST_F(Start, aTableThatLostAColumnIsLoggedAndNothingIsPosted) {
