@@ -122,7 +122,8 @@ std::string gfsTenderName_get(std::int64_t id) {
 namespace core {
 
 std::string fixedAccount(FixedAccount row) {
-    const auto index = static_cast<std::size_t>(gnTenderUpper + static_cast<int>(row));
+    const std::size_t index =
+        static_cast<std::size_t>(gnTenderUpper) + static_cast<std::size_t>(row);
     return index < goNuvAcct.size() ? util::rtrim(goNuvAcct[index].QBAccount) : std::string();
 }
 

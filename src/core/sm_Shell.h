@@ -30,4 +30,5 @@ void gpProgram_Run(
 
 /// Runs a command line and returns when its process has ended. Errors are passed over: what the
 /// program left behind tells how it went.
+// NOLINTNEXTLINE(readability-identifier-naming): fixed name
 void SyncShell(const std::string& commandLine, int windowStyle = 1);

@@ -2,6 +2,8 @@
 
 #include "ui/control.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -110,13 +112,15 @@ bool runHandler(
     std::string_view name,
     Signal signal
 ) {
-    for (const auto& handler : handlers) {
-        if (name == handler.name && signal == handler.signal) {
-            (form.*handler.member)();
-            return true;
-        }
+    const auto* const handler =
+        std::find_if(std::begin(handlers), std::end(handlers), [&](const auto& row) {
+            return name == row.name && signal == row.signal;
+        });
+    if (handler == std::end(handlers)) {
+        return false;
     }
-    return false;
+    (form.*handler->member)();
+    return true;
 }
 
 /// The form of that name that exists now, or nothing.
