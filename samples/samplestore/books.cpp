@@ -56,4 +56,13 @@ std::string linkSetupText(const std::string& companyFile) {
     return text;
 }
 
+std::string summarySetupText(const std::string& companyFile, const std::string& firstDay) {
+    std::string text = "[QUICKBOOKS_Summary]\r\n" + line("QuickBooks Path", companyFile) +
+                       line("Last Date Posted", shortDay(firstDay, -1));
+    for (const Setting& account : kAccounts) {
+        text += line(account.key, account.value);
+    }
+    return text;
+}
+
 }  // namespace samplestore

@@ -2,6 +2,7 @@
 #include "platform/ports/platform.h"
 #include "platform/sqlite/sqlite_connection.h"
 #include "platform/sqlite/sqlite_management.h"
+#include "platform/system/file_names.h"
 #include "platform/system/ini_settings_store.h"
 #include "platform/system/native_clock.h"
 #include "platform/system/native_files.h"
@@ -21,8 +22,9 @@ namespace {
 using samplestore::Options;
 
 constexpr char kUsage[] =
-    "usage: samplestore FOLDER --sales N --days D --seed S [--from YYYYMMDD]\n"
-    "Makes a data folder with the sales of a shop, its settings and its company file.\n";
+    "usage: samplestore FOLDER --sales N --days D --seed S [--from YYYYMMDD] [--summary]\n"
+    "Makes a data folder with the sales of a shop, its settings, its company file and the report\n"
+    "tools. --summary makes a store whose daily totals are posted.\n";
 
 /// The operator of a tool: boxes go to the error output and take their default answer.
 class BoxPrinter : public platform::DesktopPort {
@@ -56,8 +58,9 @@ bool isDay(std::string_view text) {
            util::isCalendarDate(number / 10000, number / 100 % 100, number % 100);
 }
 
-std::optional<Options> readOptions(const std::vector<std::string>& arguments) {
+std::optional<Options> readOptions(std::vector<std::string> arguments) {
     Options options;
+    options.summary = std::erase(arguments, "--summary") > 0;
     bool isGood = !arguments.empty() && !arguments.front().starts_with("--");
     if (!isGood || arguments.size() % 2 == 0) {
         return std::nullopt;
@@ -122,6 +125,7 @@ int main(int argc, char** argv) {
     try {
         std::filesystem::create_directories(options->folder);
         options->folder = std::filesystem::canonical(options->folder).string();
+        options->toolsFolder = std::filesystem::path(platform::executableFile()).parent_path();
         return run(*options);
     } catch (const std::exception& error) {
         std::cerr << "samplestore: " << error.what() << "\n";

@@ -46,6 +46,17 @@ void connect(const Options& options) {
     }
 }
 
+void copyTools(const Options& options) {
+    if (options.toolsFolder.empty()) {
+        return;
+    }
+    for (const char* tool : {"reports.exe", "POSummaryRpt.exe"}) {
+        fs::copy_file(
+            fs::path(options.toolsFolder) / tool, fs::path(options.folder) / "program" / tool
+        );
+    }
+}
+
 }  // namespace
 
 int makeStore(const Options& options) {
@@ -62,7 +73,13 @@ int makeStore(const Options& options) {
     const std::string companyFile = (folder / "company.qbw").string();
     const std::string setup = linkSetupText(companyFile);
     writeText(folder / "QBLINK.NUV", setup);
-    companyfile::createRetail(companyFile, setup);
+    if (options.summary) {
+        writeText(folder / "NUV.INI", summarySetupText(companyFile, options.firstDay));
+        companyfile::CompanyFile::create(companyFile, "retail-summary", setup);
+    } else {
+        companyfile::createRetail(companyFile, setup);
+    }
+    copyTools(options);
     return rows;
 }
 

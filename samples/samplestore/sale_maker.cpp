@@ -2,6 +2,8 @@
 
 #include "export/sale_columns.h"
 
+#include <cmath>
+
 namespace samplestore {
 
 namespace {
@@ -34,7 +36,7 @@ std::string padded(std::int32_t number, std::size_t width) {
 
 /// Tax on `base` at a rate in hundredths of a per cent, to the cent.
 util::Money taxOn(util::Money base, float rate) {
-    const auto hundredths = static_cast<std::int64_t>(rate * 100.0F + 0.5F);
+    const auto hundredths = std::int64_t{std::lround(rate * 100.0F)};
     return util::Money::fromRaw(base.raw() * hundredths / 10000).rounded(2);
 }
 
@@ -122,8 +124,9 @@ void SaleMaker::needCustomer() {
 }
 
 const db::InventoryRecord& SaleMaker::anyGoods() {
-    const int count = static_cast<int>(shop_.items.size()) - kFirstGoods + 1;
-    return shop_.items[static_cast<std::size_t>(kFirstGoods - 1 + random_.below(count))];
+    const auto first = static_cast<std::size_t>(kFirstGoods) - 1;
+    const int count = static_cast<int>(shop_.items.size() - first);
+    return shop_.items[first + static_cast<std::size_t>(random_.below(count))];
 }
 
 db::SalesItemRecord&

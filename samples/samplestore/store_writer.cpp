@@ -33,12 +33,16 @@ void execute(const std::string& statement) {
     DBConnection->execute(statement);
 }
 
-std::string dayText(const std::string& firstDay, int offset) {
+util::CalendarDate dayBehind(const std::string& firstDay, int offset) {
     const util::CalendarDate first{
         std::stoi(firstDay.substr(0, 4)),
         std::stoi(firstDay.substr(4, 2)),
         std::stoi(firstDay.substr(6, 2))};
-    const util::CalendarDate date = util::calendarDate(util::dayNumber(first) + offset);
+    return util::calendarDate(util::dayNumber(first) + offset);
+}
+
+std::string dayText(const std::string& firstDay, int offset) {
+    const util::CalendarDate date = dayBehind(firstDay, offset);
     char text[16];
     std::snprintf(text, sizeof text, "%04d%02d%02d", date.year, date.month, date.day);
     return text;
@@ -159,6 +163,12 @@ void bindTables() {
 
 }  // namespace
 
+std::string shortDay(const std::string& firstDay, int offset) {
+    const util::CalendarDate date = dayBehind(firstDay, offset);
+    return std::to_string(date.month) + "/" + std::to_string(date.day) + "/" +
+           std::to_string(date.year);
+}
+
 int writeTables(const Options& options) {
     Random random(options.seed);
     const Shop shop = makeShop(random);
@@ -168,6 +178,9 @@ int writeTables(const Options& options) {
     bindTables();
     execute("BEGIN TRANSACTION");
     gCommon = shop.common;
+    if (options.summary) {
+        gCommon.Accounting = "SE";
+    }
     insert(db::tableCommon, rows);
     writeLists(shop, rows);
     writePeople(options.firstDay, rows);

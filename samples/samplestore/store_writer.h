@@ -13,6 +13,8 @@ struct Options {
     int days = 0;
     std::uint64_t seed = 0;
     std::string firstDay = "20150105";  ///< yyyymmdd
+    bool summary = false;               ///< a store in Summary mode, with its settings
+    std::string toolsFolder;            ///< where the report tools lie; empty: none are copied
 };
 
 /// Makes the whole store in `options.folder` through the installed adapters: settings, catalog with
@@ -24,6 +26,13 @@ int makeStore(const Options& options);
 /// Fills the catalog of the connected engine: all twelve tables, in one transaction.
 /// @return count of rows written. @throws platform::PlatformError when the store refuses.
 int writeTables(const Options& options);
+
+/// Short date text of the day `offset` days behind `firstDay` (yyyymmdd).
+std::string shortDay(const std::string& firstDay, int offset);
+
+/// Text of `NUV.INI` for Summary mode: the company file, the day before `firstDay` as the last one
+/// posted, and the accounts of the tenders.
+std::string summarySetupText(const std::string& companyFile, const std::string& firstDay);
 
 /// Text of `QBLINK.NUV` for this shop and the company file at `companyFile`.
 std::string linkSetupText(const std::string& companyFile);

@@ -10,13 +10,16 @@ namespace companyfile {
 
 namespace {
 
-/// A receipt of goods changes what one piece costs on average.
-void averageIn(Entry& item, const Line& line) {
-    const Decimal quantity = item.quantity + line.stock;
+/// Goods that come or go at a price of their own change what one piece costs on average. Pieces
+/// and their value are above zero when they come.
+void averageIn(Entry& item, Decimal pieces, util::Money value) {
+    const Decimal quantity = item.quantity + pieces;
     const bool fresh = item.quantity.raw <= 0;
-    const util::Money before = fresh ? util::Money() : product(item.averageCost, item.quantity);
-    const Decimal share = fresh ? line.stock : quantity;
-    item.averageCost = quotient(before + line.amount, share);
+    const util::Money total = fresh ? value : product(item.averageCost, item.quantity) + value;
+    const Decimal share = fresh ? pieces : quantity;
+    if (share.raw > 0 && total >= util::Money()) {
+        item.averageCost = quotient(total, share);
+    }
 }
 
 /// Changes the figures that a transaction touches, or changes them back.
@@ -66,11 +69,12 @@ private:
             return;
         }
         const Family family = transaction_.kind->family;
-        const bool hasCost = family == Family::purchase || family == Family::internal;
-        if (hasCost && !back_ && line.stock.raw > 0) {
-            averageIn(*item, line);
+        const Decimal pieces = back_ ? -line.stock : line.stock;
+        if (family == Family::purchase || family == Family::internal) {
+            const bool goes = (transaction_.kind->sign < 0) != back_;
+            averageIn(*item, pieces, goes ? -line.amount : line.amount);
         }
-        item->quantity = item->quantity + (back_ ? -line.stock : line.stock);
+        item->quantity = item->quantity + pieces;
         touched_.insert(item);
     }
 

@@ -105,6 +105,7 @@ constexpr TotalItem kTotalItems[] = {
     {"0400", "Sales", "Merchandise Sales"},
     {"0500", "Sales", "Merchandise Sales"},
     {"0600", "Sales", "Merchandise Sales"},
+    {"0700", "Sales tax collected", "Sales Tax Payable"},
     {"0099", "Cost of goods", "Cost of Goods Sold"},
     {"5000", "Cost of goods", "Cost of Goods Sold"},
     {"6005", "Negative tender", "Negative Tenders"},

@@ -6,13 +6,16 @@
 #include "core/brv_op.h"
 #include "core/link_setup.h"
 #include "core/run_log.h"
+#include "core/summary_run.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Common.h"
 #include "export/record_exports.h"
 #include "export/sale_state.h"
 #include "platform/ports/platform.h"
 #include "qb/smQB_Utilities.h"
+#include "security/sm_Encryption_Ops.h"
 #include "util/conversions.h"
+#include "windows/frmSM_DATAPATH2.h"
 #include "windows/frmSetup.h"
 #include "windows/start_windows.h"
 
@@ -30,13 +33,6 @@ void runSetupMode() {
     gpApp_end();
 }
 
-void runSummaryMode() {
-    core::showMessage(
-        "This store is set to Summary mode, which this version of the link does not offer yet."
-    );
-    gpApp_end();
-}
-
 void start() {
     gbPOExportArmed = kYes;
     gbSalesExportArmed = kYes;
@@ -46,6 +42,8 @@ void start() {
     platform::desktop().pendingEvents();
     platform::desktop().showModeless(loading);
 
+    windows::offerDataPathWindow();
+    security::installPasswordCipher();
     LegacyBool ready = gfbNUV_DataPath_open(kYes, 0, "");
     gsDataPath = gDataPath.DataPath;
     const std::string programFolder = platform::files().programFolder();
@@ -60,7 +58,7 @@ void start() {
     core::startTrace("db_fbAllTables_open=" + util::booleanWord(opened != kNo));
     // A failed open stands in the trace only: the table's first use fails in its own way.
     if (gCommon.Accounting.view() == kSummaryMode) {
-        runSummaryMode();
+        core::runSummaryMode();
     }
     runSetupMode();
 }

@@ -39,7 +39,7 @@ void setDates(clsQBPO& order, bool hasHead) {
 }
 
 std::string exportVendor() {
-    const std::string code = gPOHistory.VendorCode.trimmed();
+    std::string code = gPOHistory.VendorCode.trimmed();
     if (code.empty()) {
         return ensureVendor(code);
     }

@@ -15,9 +15,9 @@ public:
     /// company file when the store knows it), and shows it.
     void begin();
     /// Adds the receipt in the buffer as a line and brings the item up to date.
-    void addLine();
+    static void addLine();
     /// Sends the order when it has lines; what the company file says is logged.
-    void post();
+    static void post();
 
 private:
     std::string number_;

@@ -10,6 +10,9 @@
 #include "ui/form.h"
 #include "util/conversions.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr char kSetup[] = "frmSetup";
@@ -19,13 +22,11 @@ constexpr char kNoDate[] = "00000000";
 constexpr std::size_t kDateWidth = 8;
 
 bool openTables() {
-    for (const std::int16_t table :
-         {db::tablePOHistory, db::tablePOHeader, db::tableVendors, db::tableInventory}) {
-        if (gfbDB_OpenTable(table) == kNo) {
-            return false;
-        }
-    }
-    return true;
+    constexpr std::int16_t kTables[] = {
+        db::tablePOHistory, db::tablePOHeader, db::tableVendors, db::tableInventory};
+    return std::all_of(std::begin(kTables), std::end(kTables), [](std::int16_t table) {
+        return gfbDB_OpenTable(table) != kNo;
+    });
 }
 
 std::string historyTable() {
@@ -72,13 +73,13 @@ public:
             return;
         }
         if (!order_.isOf(gPOHistory.PONumber.str())) {
-            order_.post();
+            exporting::PurchaseOrderPost::post();
             order_.begin();
         }
-        order_.addLine();
+        exporting::PurchaseOrderPost::addLine();
         lastNumber_ = gPOHistory.UniqueID;
     }
-    void finish() { order_.post(); }
+    void finish() { exporting::PurchaseOrderPost::post(); }
     /// Number of the last receipt exported; 0 when there was none.
     [[nodiscard]] std::int32_t lastNumber() const { return lastNumber_; }
 

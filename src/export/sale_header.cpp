@@ -42,7 +42,7 @@ void fillDepositAccount() {
 }
 
 std::string addressee(const HeaderRules& rules) {
-    const std::string business = gNames.BUSINESS.trimmed();
+    std::string business = gNames.BUSINESS.trimmed();
     if (!business.empty() || !rules.personName) {
         return business;
     }
@@ -114,7 +114,7 @@ std::string readSaleCustomer(const HeaderRules& rules) {
         gNames.ARCode = kWalkIn;
         return kWalkIn;
     }
-    const std::string key = gSalesHead.ARCode.str();
+    std::string key = gSalesHead.ARCode.str();
     gNames.ARCode = key;
     if (gfiDB_Operation(db::tableNames, db::opEqual, db::keyNamesARCode) != kNo) {
         gNames.BALANCE = {};

@@ -26,7 +26,7 @@ void addShipping(const db::SalesItemRecord& item) {
     // An untaxed sale carries its shipping under the untaxed code, whatever the item says.
     const std::string code =
         gSalesHead.Taxed.view() == "N" ? kUntaxedCode : gInventory.TaxCode.trimmed();
-    const auto row =
+    auto* const row =
         std::find_if(gaTaxableLines.begin(), gaTaxableLines.end(), [&](const SaleTaxRow& entry) {
             return entry.code == code;
         });

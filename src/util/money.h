@@ -48,7 +48,7 @@ public:
     /// "-0.00".
     [[nodiscard]] std::string text(int digits) const;
 
-    friend constexpr auto operator<=>(const Money&, const Money&) = default;
+    friend constexpr auto operator<=>(const Money&, const Money&) = default;  // NOLINT(modernize-use-nullptr): not ours
     constexpr Money operator-() const {
         if (raw_ == kMin) {
             overflow();

@@ -1,16 +1,13 @@
 #include "core/brv_op.h"
-#include "core/run_log.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_POHistory.h"
 #include "db/nuvDBSM_SalesHead.h"
 #include "db/nuvDBSM_SalesItem.h"
-#include "export/record_exports.h"
 #include "platform/ports/platform.h"
-#include "qb/clsQBAccount.h"
-#include "qb/smQB_Utilities.h"
 #include "ui/status.h"
 #include "util/conversions.h"
-#include "windows/at_exit.h"
+#include "windows/company_accounts.h"
+#include "windows/frmSMFILE_PATH.h"
 #include "windows/frmSetup.h"
 
 /// The company file: finding it, opening it, reading its accounts.
@@ -35,49 +32,23 @@ std::string startFolder(const std::string& file) {
 }  // namespace
 
 void frmSetup::connect() {
-    platform::desktop().setBusyCursor(true);
-    const windows::AtExit normalCursor([] { platform::desktop().setBusyCursor(false); });
-    std::string appName;
-    if (gfbOpenConnectionBeginSession(appName) == kNo) {
-        return;
-    }
-    gpBRV_Trace_writing("gfbOpenConnectionBeginSession=TRUE");
-    requestMsgSet->ClearRequests();
-    gpBRV_Trace_writing("requestMsgSet.ClearRequests=TRUE");
-    requestMsgSet->setOnError(platform::OnError::continueOn);
-    gbQBReady = kYes;
-    const LegacyBool asked = gfbAccountQuery_requested();
-    gpBRV_Trace_writing("gfbAccountQuery_requested=" + util::booleanWord(asked != kNo));
-    gpAccountQuery_populated();
-    gpBRV_Trace_writing("gpAccountQuery_populated");
-    mpCboQBAccount_populate();
-    gpBRV_Trace_writing("mpCboQBAccount_populated");
-    qb::querySalesReps();
+    windows::connectAccounts(*this);
 }
 
 void frmSetup::mpQBFile_reconnect() {
     ui::showStatus(name(), "Please wait while opening QuickBooks file...");
-    EndSessionCloseConnection();
-    // What was known of the other file does not hold for this one.
-    exporting::resetRecordExports();
-    gaQBAccounts.clear();
-    mpCboQBAccount_populate();
-    connect();
+    windows::reconnectAccounts(*this);
     ui::showStatus(name(), "Ready");
 }
 
 void frmSetup::onCmdFind() {
-    std::string file = platform::desktop().chooseFile(
-        "Select " + control("lblPath").caption, startFolder(gsQBFilePath), "QB Files (*.qbw)|*.qbw"
-    );
-    if (file.empty()) {
+    const auto file =
+        windows::chooseCompanyFile(control("lblPath").caption, startFolder(gsQBFilePath));
+    if (!file) {
         return;
     }
-    if (!endsInCompanyExtension(file)) {
-        file += ".qbw";
-    }
-    gsQBFilePath = file;
-    setText("TxtPath", file);
+    gsQBFilePath = *file;
+    setText("TxtPath", *file);
     mpQBFile_reconnect();
 }
 

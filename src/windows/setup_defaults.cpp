@@ -6,6 +6,7 @@
 #include "util/conversions.h"
 #include "util/sm_date_time.h"
 #include "windows/account_table.h"
+#include "windows/company_accounts.h"
 #include "windows/frmSetup.h"
 #include "windows/setup_controls.h"
 
@@ -86,13 +87,10 @@ void frmSetup::mpDefaults_QuickBooks_set() {
 }
 
 void frmSetup::fillGrid() {
-    ui::ControlState& grid = control("fgrdList");
-    grid.rows.assign(1, {"NUV Acct", "QuickBook Acct"});
     for (const NuvAccountRow& row : goNuvAcct) {
         gpBRV_Trace_writing("goNuvAcct(iCounter).AcctDesc = " + row.AcctDesc);
-        grid.rows.push_back({row.AcctDesc, row.QBAccount});
     }
-    notify(grid);
+    windows::fillAccountGrid(*this);
 }
 
 void frmSetup::fillTaxRows() {

@@ -1,8 +1,8 @@
 #include "core/brv_op.h"
 #include "core/link_setup.h"
 #include "platform/ports/platform.h"
-#include "qb/clsQBAccount.h"
 #include "util/conversions.h"
+#include "windows/company_accounts.h"
 #include "windows/frmSetup.h"
 
 /// The pick of an account for a row of the grid or a field.
@@ -18,14 +18,7 @@ constexpr int kAccountColumn = 1;
 }  // namespace
 
 void frmSetup::mpCboQBAccount_populate() {
-    ui::ControlState& list = control(kList);
-    list.items.clear();
-    for (const clsQBAccount& account : gaQBAccounts) {
-        if (!account.FullName.empty()) {
-            list.items.push_back(account.FullName);
-        }
-    }
-    notify(list);
+    windows::fillAccountList(*this);
 }
 
 void frmSetup::onGridClick() {

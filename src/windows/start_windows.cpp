@@ -24,13 +24,24 @@ bool FrmLoading::dispatch(std::string_view /*name*/, ui::Signal /*signal*/) {
 
 namespace windows {
 
-void closeStartWindows() {
-    for (const char* name : {"frmBRVSplash", "FrmLoading"}) {
-        ui::Form* window = ui::findForm(name);
-        if (window != nullptr && !window->isClosed()) {
-            window->close();
-        }
+namespace {
+
+void closeWindow(std::string_view name) {
+    ui::Form* window = ui::findForm(name);
+    if (window != nullptr && !window->isClosed()) {
+        window->close();
     }
+}
+
+}  // namespace
+
+void closeStartWindows() {
+    closeWindow("frmBRVSplash");
+    closeLoadingWindow();
+}
+
+void closeLoadingWindow() {
+    closeWindow("FrmLoading");
 }
 
 }  // namespace windows

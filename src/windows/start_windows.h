@@ -24,5 +24,7 @@ namespace windows {
 
 /// Takes away the two windows above when they stand.
 void closeStartWindows();
+/// Takes away the second of them only: the picture stays to the end of a run in Summary mode.
+void closeLoadingWindow();
 
 }  // namespace windows

@@ -107,7 +107,7 @@ TEST_F(EntryLists, areSearchedWithoutCaseInTheOrderOfNames) {
          "<IncludeRetElement>Name</IncludeRetElement>",
          0,
          "0011|0012|0013|0014|0015|0016|0017|0018|0019|0020|0021|0022|0023|0024|0025|0026|0027|"
-         "0028|0029|0099|0100|0200|0300|0400|0500|0600"},
+         "0028|0029|0099|0100|0200|0300|0400|0500|0600|0700"},
         {"terms of both lists", "TermsQuery", "<FullName>net 45</FullName>", 0, "Net 45"},
     };
     for (const auto& [given, query, fields, code, names] : cases) {

@@ -7,22 +7,71 @@
 #include "qb/smQB_Utilities.h"
 
 #include <algorithm>
+#include <map>
 #include <sstream>
+#include <string_view>
 
 namespace testing_support {
 
 namespace {
 
-/// Lines of `left` that `right` has not, each behind `sign`.
-std::string
-without(const std::vector<std::string>& left, const std::vector<std::string>& right, char sign) {
-    std::string lines;
-    for (const std::string& line : left) {
-        if (std::find(right.begin(), right.end(), line) == right.end()) {
-            lines.append(1, sign).append(" ").append(line).append("\n");
+/// The text between `before` and the next quotation mark or comma; empty when it is not there.
+std::string valueBehind(const std::string& line, const std::string& before) {
+    const std::size_t at = line.find(before);
+    return at == std::string::npos
+               ? std::string()
+               : line.substr(
+                     at + before.size(),
+                     line.find_first_of("\",", at + before.size()) - at - before.size()
+                 );
+}
+
+/// List and identity of a record, the same before and after a change.
+std::string identityOf(const std::string& line) {
+    const std::string id = valueBehind(line, R"("ListID": ")");
+    return line.substr(0, line.find(' ')) + " " +
+           (id.empty() ? valueBehind(line, R"("txnNumber": )") : id);
+}
+
+/// Ids depend on how much the template holds.
+bool isShown(const std::string& member) {
+    return !member.starts_with("ListID\"") && !member.starts_with("EditSequence\"");
+}
+
+/// The members of a record in their order, without the ids, each without its first quotation mark.
+std::vector<std::string> membersOf(const std::string& line) {
+    constexpr std::string_view kBetween = ", \"";
+    std::vector<std::string> members;
+    std::size_t from = line.find('{') + 2;
+    for (std::size_t to = 0; to != std::string::npos; from = to + kBetween.size()) {
+        to = line.find(kBetween, from);
+        const std::string member = line.substr(from, to - from);
+        if (isShown(member)) {
+            members.push_back(member);
         }
     }
-    return lines;
+    return members;
+}
+
+std::string recordOf(const std::string& line) {
+    std::string text = line.substr(0, line.find(' '));
+    for (const std::string& member : membersOf(line)) {
+        text += " \"" + member;
+    }
+    return text + "\n";
+}
+
+/// The name of a record and those of its members that differ from the `old` ones.
+std::string changeOf(const std::string& old, const std::string& line) {
+    const std::vector<std::string> before = membersOf(old);
+    std::string text =
+        "~ " + line.substr(0, line.find(' ')) + " " + valueBehind(line, R"("Name": ")") + ":";
+    for (const std::string& member : membersOf(line)) {
+        if (std::find(before.begin(), before.end(), member) == before.end()) {
+            text += " \"" + member;
+        }
+    }
+    return text + "\n";
 }
 
 }  // namespace
@@ -66,10 +115,26 @@ std::vector<std::string> BooksTest::records() const {
 }
 
 std::string BooksTest::changes() {
-    std::vector<std::string> now = records();
-    std::string lines = without(known_, now, '-') + without(now, known_, '+');
-    known_ = std::move(now);
-    return lines;
+    std::map<std::string, std::string> before;
+    for (const std::string& line : known_) {
+        before[identityOf(line)] = line;
+    }
+    known_ = records();
+    std::string text;
+    for (const std::string& line : known_) {
+        const std::string id = identityOf(line);
+        const auto old = before.find(id);
+        if (old == before.end()) {
+            text += "+ " + recordOf(line);
+        } else if (old->second != line) {
+            text += changeOf(old->second, line);
+        }
+        before.erase(id);
+    }
+    for (const auto& [id, line] : before) {
+        text += "- " + recordOf(line);
+    }
+    return text;
 }
 
 void BooksTest::expectSound() const {

@@ -18,8 +18,9 @@ protected:
     BooksTest();
     ~BooksTest() override;
 
-    /// What the company file has got ("+") and lost ("-") since the last call, a line for each
-    /// record. Accounts are left out: their balances follow from the bookings of a transaction.
+    /// What the company file has got ("+"), lost ("-") and changed ("~", with the new values) since
+    /// the last call, a line for each record. Accounts are left out: their balances follow from the
+    /// bookings of a transaction.
     std::string changes();
     /// The file is sound and its trial balance balances.
     void expectSound() const;

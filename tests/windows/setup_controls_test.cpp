@@ -1,28 +1,13 @@
 #include "core/brv_op.h"
 #include "core/run_log.h"
-#include "support/expected_file.h"
+#include "windows/expected_controls.h"
 #include "windows/setup_controls.h"
 #include "windows/setup_fixture.h"
 #include "windows/start_windows.h"
 
-#include <sstream>
-
 namespace {
 
 using testing_support::SetupTest;
-
-std::string describeControl(ui::Form& form, const ui::ControlState& state) {
-    std::ostringstream text;
-    text << state.name;
-    if (state.index != ui::kNoIndex) {
-        text << '(' << state.index << ')';
-    }
-    text << " kind=" << static_cast<int>(state.kind) << " \"" << state.caption << '"';
-    text << (state.parent.empty() ? "" : " in " + state.parent);
-    text << (form.isShown(state) ? "" : " hidden") << (state.enabled ? "" : " disabled");
-    text << (state.locked ? " locked" : "") << (state.value != 0 ? " on" : "") << '\n';
-    return text.str();
-}
 
 class SetupWindow : public SetupTest {};
 
@@ -30,14 +15,7 @@ class SetupWindow : public SetupTest {};
 
 TEST_F(SetupWindow, holdsItsControlsInTheirStartState) {
     frmSetup window;
-    std::string text;
-    for (const ui::ControlState& state : window.controls()) {
-        text += describeControl(window, state);
-    }
-    testing_support::expectFile("windows/frmSetup.txt", text);
-    for (const ui::Key& key : window.keys()) {
-        EXPECT_NE(window.findControl(key.control, key.index), nullptr) << key.key;
-    }
+    testing_support::expectControls(window);
 }
 
 TEST_F(SetupWindow, opensOnTheDailyPageAndTakesTheStartWindowsAway) {

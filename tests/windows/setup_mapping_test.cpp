@@ -234,13 +234,21 @@ TEST_F(SetupMapping, changesTheCompanyFileOnLeavingItsField) {
     EXPECT_EQ(boxes(), "");
 }
 
-TEST_F(SetupMapping, findsTheCompanyFileInADialog) {
+TEST_F(SetupMapping, findsTheCompanyFileInTheBrowser) {
     open();
     companyfile::CompanyFile::create(folder() + "/found.qbw", "retail");
     const std::string before = gsQBFilePath;
-    press("cmdFind");  // cancelled
+    desktop.onForm["frmSMFILE_PATH"] = [](ui::Form& browser) {
+        EXPECT_EQ(browser.title(), "Select Program Path");
+        EXPECT_EQ(browser.control("fileBrowse").items.size(), 2U);
+        browser.raise("cmdOkCancel", ui::Signal::click, 1);
+    };
+    press("cmdFind");
     EXPECT_EQ(gsQBFilePath, before);
-    desktop.chosenFile = folder() + "/found";
+    desktop.onForm["frmSMFILE_PATH"] = [&](ui::Form& browser) {
+        browser.setText("TxtPath", folder() + "/found");
+        browser.raise("cmdOkCancel", ui::Signal::click, 0);
+    };
     press("cmdFind");
     EXPECT_EQ(gsQBFilePath, folder() + "/found.qbw");
     EXPECT_EQ(setup->text("TxtPath"), gsQBFilePath);

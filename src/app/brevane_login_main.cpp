@@ -1,0 +1,122 @@
+#include "config/clsDataPath.h"
+#include "config/nuvDataPath_Ops.h"
+#include "core/brvDBSM_Interface.h"
+#include "core/brv_op.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "db/nuvDBSM_Common.h"
+#include "platform/console/console_desktop.h"
+#include "platform/ports/platform.h"
+#include "platform/sqlite/sqlite_connection.h"
+#include "platform/sqlite/sqlite_management.h"
+#include "platform/system/ini_settings_store.h"
+#include "platform/system/native_clock.h"
+#include "platform/system/native_files.h"
+#include "platform/system/native_processes.h"
+#include "security/clsUserLogin.h"
+#include "security/sm_Encryption_Ops.h"
+#include "windows/frmSM_USER_LOGIN.h"
+#include "windows/login_windows.h"
+
+#include <exception>
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr int kLoggedIn = 0;
+constexpr int kNobody = 1;
+constexpr int kWrongCall = 64;
+
+constexpr char kUsage[] =
+    "usage: brevane-login < SCRIPT\n"
+    "Shows the login window on the store that the settings name. Reads the operator's actions, "
+    "one\n"
+    "a line, from the standard input and prints what the windows show. No arguments.\n"
+    "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
+    "Status: 0 somebody logged in, 1 nobody did.\n";
+
+/// The adapters of this machine, with the operator at the standard input, for as long as it lives.
+class LoginAdapters {
+public:
+    LoginAdapters() : desktop_(std::cin, std::cout) {
+        const auto dataFolder = [] { return gDataPath.DataPath; };
+        platform::Platform adapters;
+        adapters.makeConnection = [dataFolder] {
+            return std::make_unique<platform::SqliteConnection>(dataFolder);
+        };
+        adapters.makeManagement = [dataFolder] {
+            return std::make_unique<platform::SqliteManagement>(dataFolder);
+        };
+        adapters.desktop = &desktop_;
+        adapters.settings = &settings_;
+        adapters.files = &files_;
+        adapters.processes = &processes_;
+        adapters.clock = &clock_;
+        platform::install(std::move(adapters));
+    }
+
+private:
+    platform::IniSettingsStore settings_;
+    platform::NativeFiles files_;
+    platform::NativeProcesses processes_;
+    platform::NativeClock clock_;
+    platform::ConsoleDesktop desktop_;
+};
+
+std::string loginSetting(const char* key) {
+    return platform::settings().get(windows::kLoginApplication, windows::kLoginSection, key, "");
+}
+
+/// Opens the store's tables as the link does. What fails says so itself.
+bool openStore() {
+    if (gfbNUV_DataPath_open(kNo, 0, "") == kNo) {
+        std::cerr << "brevane-login: the settings name no data folder\n";
+        return false;
+    }
+    gsDataPath = gDataPath.DataPath;
+    return db_fbInterface_open() != kNo && db_fbAllTables_open() != kNo;
+}
+
+/// Shows the window. @return whether somebody logged in.
+bool logIn() {
+    using LastUser = frmSM_USER_LOGIN::LastUser;
+    clsUserLogin login;
+    login.Application = core::kApplicationTitle;
+    login.StoreNumber = gCommon.StoreNumber;
+    login.StrongPwdRequired = loginSetting("Strong Password Required");
+    const bool isHidden = loginSetting("Hide User ID") == "Yes";
+    frmSM_USER_LOGIN window(login, isHidden ? LastUser::hidden : LastUser::shown);
+    platform::desktop().showModal(window);
+    return login.Cancel == kNo && login.Valid() != kNo;
+}
+
+bool run() {
+    security::installPasswordCipher();
+    windows::installPasswordWindow();
+    try {
+        return openStore() && logIn();
+    } catch (const platform::ProgramEnd&) {
+        return false;  // there is no server or catalog, which was said
+    } catch (const platform::ConsoleScriptError& error) {
+        std::cerr << "brevane-login: " << error.message << "\n";
+        return false;
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** /*argv*/) {
+    if (argc > 1) {
+        std::cerr << kUsage;
+        return kWrongCall;
+    }
+    try {
+        const LoginAdapters adapters;
+        const bool isLoggedIn = run();
+        db::resetEngine();
+        return isLoggedIn ? kLoggedIn : kNobody;
+    } catch (const std::exception& error) {
+        std::cerr << "brevane-login: " << error.what() << "\n";
+        return kNobody;
+    }
+}

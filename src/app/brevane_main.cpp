@@ -1,0 +1,38 @@
+#include "desktop_adapters.h"
+
+#include <exception>
+#include <iostream>
+
+#include <QApplication>
+
+namespace {
+
+constexpr int kPlatformFailed = 3;
+constexpr int kWrongCall = 64;
+
+constexpr char kUsage[] =
+    "usage: brevane\n"
+    "Posts a store's records into its company file. No arguments.\n"
+    "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
+    "BREVANE_QBXML_LOG       file to which every document sent and received is appended\n"
+    "Status: 0 the program ended by itself, 3 the platform failed before the program could "
+    "start.\n";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc > 1) {
+        std::cerr << kUsage;
+        return kWrongCall;
+    }
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName("brevane");
+    QApplication::setApplicationDisplayName("NUV Brevane");
+    try {
+        const app::DesktopAdapters adapters;
+        return app::runLink();
+    } catch (const std::exception& error) {
+        std::cerr << "brevane: " << error.what() << "\n";
+        return kPlatformFailed;
+    }
+}

@@ -1,0 +1,243 @@
+#include "platform/qt/control_widget.h"
+
+#include "platform/qt/grid_widget.h"
+#include "platform/qt/mnemonics.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/widgets.h"
+#include "util/conversions.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+namespace platform {
+
+QRect ControlWidget::partAt(int /*row*/, int /*column*/) const {
+    return widget() == nullptr ? QRect() : widget()->rect();
+}
+
+namespace {
+
+/// A control that is one widget.
+template <class Widget>
+class Single : public ControlWidget {
+public:
+    explicit Single(Widget* widget) : widget_(widget) {}
+    [[nodiscard]] QWidget* widget() const override { return widget_; }
+    void setUsable(bool usable) override { widget_->setEnabled(usable); }
+    void setShown(bool shown) override { widget_->setVisible(shown); }
+
+protected:
+    [[nodiscard]] Widget* get() const { return widget_; }
+
+private:
+    Widget* widget_;
+};
+
+class Label : public Single<ElidedLabel> {
+public:
+    explicit Label(QWidget* parent) : Single(new ElidedLabel(parent)) {}
+    void apply(const ui::ControlState& state) override { get()->setText(toQt(state.caption)); }
+};
+
+/// Push buttons, check boxes and option buttons.
+template <class Widget>
+class Button : public Single<Widget> {
+public:
+    Button(const ControlSinks& sinks, QWidget* parent) : Single<Widget>(new Widget(parent)) {
+        QObject::connect(this->get(), &QAbstractButton::clicked, [this, sinks](bool checked) {
+            if (isPage_) {
+                this->get()->setChecked(!checked);  // the window says which page it shows
+            } else if (this->get()->isCheckable()) {
+                sinks.holds(checked ? "1" : "0");
+            }
+            sinks.raised(ui::Signal::click, 0, 0);
+        });
+    }
+    void apply(const ui::ControlState& state) override {
+        caption_ = toQt(state.caption);
+        this->get()->setText(withMnemonic(caption_, letter_));
+        this->get()->setAccessibleName(caption_.isEmpty() ? toQt(state.name) : caption_);
+        isPage_ = state.kind == ui::Kind::button && this->get()->isCheckable();
+        if (this->get()->isCheckable() && !isPage_) {
+            setChecked(state.value != 0);
+        }
+    }
+    void setMnemonic(char letter) override {
+        letter_ = letter;
+        this->get()->setText(withMnemonic(caption_, letter_));
+    }
+
+private:
+    /// Option buttons exclude each other; the form's state does not depend on that.
+    void setChecked(bool on) {
+        const QSignalBlocker quiet(this->get());
+        const bool exclusive = this->get()->autoExclusive();
+        this->get()->setAutoExclusive(false);
+        this->get()->setChecked(on);
+        this->get()->setAutoExclusive(exclusive);
+    }
+
+    QString caption_;
+    char letter_ = 0;
+    bool isPage_ = false;
+};
+
+class Field : public Single<QLineEdit> {
+public:
+    Field(bool isPassword, const ControlSinks& sinks, QWidget* parent)
+        : Single(new QLineEdit(parent)) {
+        constexpr int kLeastCharacters = 10;
+        get()->setMinimumWidth(get()->fontMetrics().averageCharWidth() * kLeastCharacters);
+        get()->setEchoMode(isPassword ? QLineEdit::Password : QLineEdit::Normal);
+        QObject::connect(get(), &QLineEdit::textEdited, [sinks](const QString& text) {
+            sinks.holds(fromQt(text));
+            sinks.raised(ui::Signal::change, 0, 0);
+        });
+    }
+    void apply(const ui::ControlState& state) override {
+        const QString text = toQt(state.text);
+        if (get()->text() != text) {
+            get()->setText(text);
+            get()->setCursorPosition(0);
+        }
+        if (get()->isReadOnly() != state.locked) {
+            get()->setReadOnly(state.locked);
+            showLocked(get(), state.locked);
+        }
+        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+    }
+    void alignRight() override { get()->setAlignment(Qt::AlignRight | Qt::AlignVCenter); }
+};
+
+class List : public Single<PickList> {
+public:
+    List(const ControlSinks& sinks, QWidget* parent) : Single(new PickList(parent)) {
+        QObject::connect(get(), &QComboBox::activated, [this, sinks](int /*row*/) {
+            sinks.holds(fromQt(get()->currentText()));
+            sinks.raised(ui::Signal::select, 0, 0);
+        });
+        get()->onDropped([sinks] { sinks.raised(ui::Signal::leave, 0, 0); });
+    }
+    void apply(const ui::ControlState& state) override {
+        const QSignalBlocker quiet(get());
+        if (items_ != state.items) {
+            items_ = state.items;
+            get()->clear();
+            for (const std::string& item : items_) {
+                get()->addItem(toQt(item));
+            }
+        }
+        const QString text = toQt(state.text);
+        get()->setPlaceholderText(text);
+        get()->setCurrentIndex(text.isEmpty() ? -1 : get()->findText(text));
+        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+    }
+    void openList() override { get()->showPopup(); }
+
+private:
+    std::vector<std::string> items_;
+};
+
+class Date : public Single<QDateEdit> {
+public:
+    Date(const ControlSinks& sinks, QWidget* parent, const DayFirst& dayFirst)
+        : Single(new QDateEdit(parent)),
+          format_(dayFirst && dayFirst() ? "d/M/yyyy" : "M/d/yyyy") {
+        get()->setCalendarPopup(true);
+        get()->setDisplayFormat(format_);
+        QObject::connect(get(), &QDateEdit::userDateChanged, [this, sinks](QDate date) {
+            sinks.holds(fromQt(date.toString(format_)));
+            sinks.raised(ui::Signal::change, 0, 0);
+        });
+    }
+    void apply(const ui::ControlState& state) override {
+        const QSignalBlocker quiet(get());
+        const QDate date = QDate::fromString(toQt(state.text).trimmed(), format_);
+        if (date.isValid()) {
+            get()->setDate(date);
+        }
+        get()->setReadOnly(state.locked);
+        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+    }
+
+private:
+    QString format_;
+};
+
+class Frame : public Single<QGroupBox> {
+public:
+    explicit Frame(QWidget* parent) : Single(new QGroupBox(parent)) {}
+    void apply(const ui::ControlState& state) override {
+        if (!state.caption.empty()) {
+            get()->setTitle(toQt(state.caption));
+        }
+        get()->setAccessibleName(get()->title());
+    }
+};
+
+class MenuEntry : public ControlWidget {
+public:
+    MenuEntry(const ControlSinks& sinks, QWidget* parent) : action_(new QAction(parent)) {
+        QObject::connect(action_, &QAction::triggered, [sinks] {
+            sinks.raised(ui::Signal::click, 0, 0);
+        });
+    }
+    [[nodiscard]] QWidget* widget() const override { return nullptr; }
+    [[nodiscard]] QAction* action() const override { return action_; }
+    void apply(const ui::ControlState& state) override {
+        action_->setText(
+            withMnemonic(toQt(state.caption), state.caption.empty() ? '\0' : state.caption[0])
+        );
+    }
+    void setUsable(bool usable) override { action_->setEnabled(usable); }
+    void setShown(bool shown) override { action_->setVisible(shown); }
+
+private:
+    QAction* action_;
+};
+
+}  // namespace
+
+std::unique_ptr<ControlWidget> makeControlWidget(
+    const ui::ControlState& state,
+    const ControlSinks& sinks,
+    QWidget* parent,
+    const DayFirst& dayFirst
+) {
+    using ui::Kind;
+    switch (state.kind) {
+    case Kind::label:
+        return std::make_unique<Label>(parent);
+    case Kind::button:
+        return std::make_unique<Button<QPushButton>>(sinks, parent);
+    case Kind::checkBox:
+        return std::make_unique<Button<QCheckBox>>(sinks, parent);
+    case Kind::optionButton:
+        return std::make_unique<Button<QRadioButton>>(sinks, parent);
+    case Kind::textBox:
+    case Kind::passwordBox:
+        return std::make_unique<Field>(state.kind == Kind::passwordBox, sinks, parent);
+    case Kind::dropDown:
+        return std::make_unique<List>(sinks, parent);
+    case Kind::datePicker:
+        return std::make_unique<Date>(sinks, parent, dayFirst);
+    case Kind::grid:
+        return makeGrid(sinks, parent);
+    case Kind::frame:
+        return std::make_unique<Frame>(parent);
+    case Kind::menuItem:
+        return std::make_unique<MenuEntry>(sinks, parent);
+    }
+    return nullptr;
+}
+
+}  // namespace platform

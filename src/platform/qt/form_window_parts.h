@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/qt/layout.h"
+#include "ui/control.h"
+
+#include <cstddef>
+
+/// What the sources of a form's window share.
+namespace platform {
+
+inline constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
+/// The button that ends a run; it can be pressed while everything else waits.
+inline constexpr char kStop[] = "cmdStop";
+
+/// A control that the operator types into.
+inline bool isTyped(ui::Kind kind) {
+    return kind == ui::Kind::textBox || kind == ui::Kind::passwordBox ||
+           kind == ui::Kind::datePicker;
+}
+
+/// A window without a title bar, which the operator cannot close.
+inline bool isBare(const layout::Window* window) {
+    return window != nullptr &&
+           (window->style == layout::Style::splash || window->style == layout::Style::loading);
+}
+
+}  // namespace platform

@@ -1,0 +1,90 @@
+#include "platform/qt/widgets.h"
+
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+
+namespace platform {
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::setShrinks() {
+    shrinks_ = true;
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* event) {
+    if (!shrinks_) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    const QString line = text().simplified();
+    const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, width());
+    if (const QString tip = shown == line ? QString() : line; tip != toolTip()) {
+        setToolTip(tip);
+    }
+    QPainter painter(this);
+    style()->drawItemText(
+        &painter,
+        rect(),
+        Qt::AlignLeft | Qt::AlignVCenter,
+        palette(),
+        isEnabled(),
+        shown,
+        foregroundRole()
+    );
+}
+
+PickList::PickList(QWidget* parent) : QComboBox(parent) {
+    setMaxVisibleItems(16);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(8);
+    connect(this, &QComboBox::activated, this, [this] { picked_ = true; });
+}
+
+void PickList::showPopup() {
+    open_ = true;
+    picked_ = false;
+    QComboBox::showPopup();
+}
+
+void PickList::hidePopup() {
+    QComboBox::hidePopup();
+    if (open_) {
+        open_ = false;
+        // the pick, if there is one, is told right after the list has gone
+        QMetaObject::invokeMethod(
+            this, [this] { tellDropped(); }, Qt::QueuedConnection
+        );
+    }
+}
+
+void PickList::tellDropped() {
+    if (!picked_ && !open_ && dropped_) {
+        dropped_();
+    }
+}
+
+void showLocked(QLineEdit* field, bool locked) {
+    QPalette palette;
+    if (locked) {
+        palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+    }
+    field->setPalette(palette);
+}
+
+void showPressed(QPushButton* button, bool pressed) {
+    QPalette palette;
+    if (pressed) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            palette.setColor(group, QPalette::Button, palette.color(QPalette::Highlight));
+            palette.setColor(group, QPalette::ButtonText, palette.color(QPalette::HighlightedText));
+        }
+    }
+    button->setPalette(palette);
+}
+
+}  // namespace platform
