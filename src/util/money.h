@@ -48,7 +48,8 @@ public:
     /// "-0.00".
     [[nodiscard]] std::string text(int digits) const;
 
-    friend constexpr auto operator<=>(const Money&, const Money&) = default;  // NOLINT(modernize-use-nullptr): not ours
+    // NOLINTNEXTLINE(modernize-use-nullptr): the tool takes the 0 of the comparison for a pointer
+    friend constexpr auto operator<=>(const Money&, const Money&) = default;
     constexpr Money operator-() const {
         if (raw_ == kMin) {
             overflow();

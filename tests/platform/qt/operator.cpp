@@ -1,6 +1,7 @@
 #include "operator.h"
 
 #include <cstdlib>
+#include <memory>
 
 #include <QDialog>
 #include <QPushButton>
@@ -21,6 +22,19 @@ QWidget* keyTarget() {
     return window == nullptr || window->focusWidget() == nullptr ? window : window->focusWidget();
 }
 
+/// Ends the application with the tests: at the end of the process the toolkit's own pieces are gone
+/// before a static of ours would be.
+class ApplicationEnd : public testing::Environment {
+public:
+    std::unique_ptr<QApplication> instance;
+    void TearDown() override { instance.reset(); }
+};
+ApplicationEnd* const kApplicationEnd = [] {
+    auto* const environment = new ApplicationEnd;  // the test framework owns it
+    testing::AddGlobalTestEnvironment(environment);
+    return environment;
+}();
+
 }  // namespace
 
 QApplication& application() {
@@ -31,8 +45,10 @@ QApplication& application() {
     static const int isSet =
         setenv("QT_QPA_PLATFORM", "offscreen", 1) + setenv("QT_NO_GLIB", "1", 1);
     static_cast<void>(isSet);
-    static QApplication instance(count, arguments);
-    return instance;
+    if (kApplicationEnd->instance == nullptr) {
+        kApplicationEnd->instance = std::make_unique<QApplication>(count, arguments);
+    }
+    return *kApplicationEnd->instance;
 }
 
 Operator::Operator() {

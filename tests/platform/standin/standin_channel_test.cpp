@@ -82,6 +82,9 @@ TEST_F(Standin, takesEveryRequestOfTheLink) {
     channel.begin(path, 0);
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(BREVANE_TEST_DATA "/qb")) {
+        if (entry.path().extension() != ".xml") {
+            continue;
+        }
         SCOPED_TRACE(entry.path().filename());
         std::ifstream in(entry.path(), std::ios::binary);
         const std::string document{
