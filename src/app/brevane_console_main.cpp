@@ -1,26 +1,12 @@
-#include "config/clsDataPath.h"
-#include "core/brv_main.h"
+#include "link_adapters.h"
 #include "platform/console/console_desktop.h"
-#include "platform/ports/platform.h"
-#include "platform/qbxml/logging_channel.h"
-#include "platform/qbxml/session_manager.h"
-#include "platform/sqlite/sqlite_connection.h"
-#include "platform/sqlite/sqlite_management.h"
-#include "platform/standin/standin_channel.h"
-#include "platform/system/ini_settings_store.h"
-#include "platform/system/native_clock.h"
-#include "platform/system/native_files.h"
-#include "platform/system/native_processes.h"
 
 #include <exception>
 #include <iostream>
-#include <memory>
 
 namespace {
 
 constexpr int kScriptBroken = 2;
-constexpr int kPlatformFailed = 3;
-constexpr int kWrongCall = 64;
 
 constexpr char kUsage[] =
     "usage: brevane-console < SCRIPT\n"
@@ -31,52 +17,15 @@ constexpr char kUsage[] =
     "Status: 0 the program ended by itself, 2 the script cannot be understood, 3 the platform\n"
     "failed before the program could start.\n";
 
-/// The adapters of this machine, with the operator at the standard input, for as long as it lives.
-class ConsoleAdapters {
-public:
-    ConsoleAdapters() : desktop_(std::cin, std::cout) {
-        const auto dataFolder = [] { return gDataPath.DataPath; };
-        platform::Platform adapters;
-        adapters.makeConnection = [dataFolder] {
-            return std::make_unique<platform::SqliteConnection>(dataFolder);
-        };
-        adapters.makeManagement = [dataFolder] {
-            return std::make_unique<platform::SqliteManagement>(dataFolder);
-        };
-        adapters.makeSessionManager = [] {
-            return std::make_unique<platform::QbxmlSessionManager>(
-                platform::withDocumentLog(std::make_unique<platform::StandinChannel>())
-            );
-        };
-        adapters.desktop = &desktop_;
-        adapters.settings = &settings_;
-        adapters.files = &files_;
-        adapters.processes = &processes_;
-        adapters.clock = &clock_;
-        platform::install(std::move(adapters));
-    }
-
-private:
-    platform::IniSettingsStore settings_;
-    platform::NativeFiles files_;
-    platform::NativeProcesses processes_;
-    platform::NativeClock clock_;
-    platform::ConsoleDesktop desktop_;
-};
-
 /// Runs the program on the installed adapters. @return status of the process.
-int runLink() {
-    int status = 0;
+int runScript() {
     try {
-        gpMain_start();
-    } catch (const platform::ProgramEnd& end) {
-        status = end.status;
+        return app::runLink();
     } catch (const platform::ConsoleScriptError& error) {
         std::cerr << "brevane-console: " << error.message << "\n";
-        status = kScriptBroken;
+        core::resetLink();
+        return kScriptBroken;
     }
-    core::resetLink();
-    return status;
 }
 
 }  // namespace
@@ -84,13 +33,13 @@ int runLink() {
 int main(int argc, char** /*argv*/) {
     if (argc > 1) {
         std::cerr << kUsage;
-        return kWrongCall;
+        return app::kWrongCall;
     }
     try {
-        const ConsoleAdapters adapters;
-        return runLink();
+        const app::LinkAdapters<platform::ConsoleDesktop> adapters(std::cin, std::cout);
+        return runScript();
     } catch (const std::exception& error) {
         std::cerr << "brevane-console: " << error.what() << "\n";
-        return kPlatformFailed;
+        return app::kPlatformFailed;
     }
 }

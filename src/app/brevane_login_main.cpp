@@ -1,17 +1,10 @@
-#include "config/clsDataPath.h"
 #include "config/nuvDataPath_Ops.h"
 #include "core/brvDBSM_Interface.h"
 #include "core/brv_op.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Common.h"
+#include "link_adapters.h"
 #include "platform/console/console_desktop.h"
-#include "platform/ports/platform.h"
-#include "platform/sqlite/sqlite_connection.h"
-#include "platform/sqlite/sqlite_management.h"
-#include "platform/system/ini_settings_store.h"
-#include "platform/system/native_clock.h"
-#include "platform/system/native_files.h"
-#include "platform/system/native_processes.h"
 #include "security/clsUserLogin.h"
 #include "security/sm_Encryption_Ops.h"
 #include "windows/frmSM_USER_LOGIN.h"
@@ -19,13 +12,11 @@
 
 #include <exception>
 #include <iostream>
-#include <memory>
 
 namespace {
 
 constexpr int kLoggedIn = 0;
 constexpr int kNobody = 1;
-constexpr int kWrongCall = 64;
 
 constexpr char kUsage[] =
     "usage: brevane-login < SCRIPT\n"
@@ -34,34 +25,6 @@ constexpr char kUsage[] =
     "a line, from the standard input and prints what the windows show. No arguments.\n"
     "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
     "Status: 0 somebody logged in, 1 nobody did.\n";
-
-/// The adapters of this machine, with the operator at the standard input, for as long as it lives.
-class LoginAdapters {
-public:
-    LoginAdapters() : desktop_(std::cin, std::cout) {
-        const auto dataFolder = [] { return gDataPath.DataPath; };
-        platform::Platform adapters;
-        adapters.makeConnection = [dataFolder] {
-            return std::make_unique<platform::SqliteConnection>(dataFolder);
-        };
-        adapters.makeManagement = [dataFolder] {
-            return std::make_unique<platform::SqliteManagement>(dataFolder);
-        };
-        adapters.desktop = &desktop_;
-        adapters.settings = &settings_;
-        adapters.files = &files_;
-        adapters.processes = &processes_;
-        adapters.clock = &clock_;
-        platform::install(std::move(adapters));
-    }
-
-private:
-    platform::IniSettingsStore settings_;
-    platform::NativeFiles files_;
-    platform::NativeProcesses processes_;
-    platform::NativeClock clock_;
-    platform::ConsoleDesktop desktop_;
-};
 
 std::string loginSetting(const char* key) {
     return platform::settings().get(windows::kLoginApplication, windows::kLoginSection, key, "");
@@ -108,10 +71,10 @@ bool run() {
 int main(int argc, char** /*argv*/) {
     if (argc > 1) {
         std::cerr << kUsage;
-        return kWrongCall;
+        return app::kWrongCall;
     }
     try {
-        const LoginAdapters adapters;
+        const app::LinkAdapters<platform::ConsoleDesktop> adapters(std::cin, std::cout);
         const bool isLoggedIn = run();
         db::resetEngine();
         return isLoggedIn ? kLoggedIn : kNobody;

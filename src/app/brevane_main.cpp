@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr int kPlatformFailed = 3;
-constexpr int kWrongCall = 64;
-
 constexpr char kUsage[] =
     "usage: brevane\n"
     "Posts a store's records into its company file. No arguments.\n"
@@ -23,7 +20,7 @@ constexpr char kUsage[] =
 int main(int argc, char** argv) {
     if (argc > 1) {
         std::cerr << kUsage;
-        return kWrongCall;
+        return app::kWrongCall;
     }
     const QApplication application(argc, argv);
     QApplication::setApplicationName("brevane");
@@ -33,6 +30,6 @@ int main(int argc, char** argv) {
         return app::runLink();
     } catch (const std::exception& error) {
         std::cerr << "brevane: " << error.what() << "\n";
-        return kPlatformFailed;
+        return app::kPlatformFailed;
     }
 }

@@ -1,9 +1,9 @@
 #include "export/export_run.h"
 
 #include "core/run_log.h"
-#include "db/nuvDBSM_Common.h"
 #include "platform/ports/platform.h"
 #include "qb/smQB_Utilities.h"
+#include "qb/wire_values.h"
 #include "ui/form.h"
 #include "ui/status.h"
 #include "util/conversions.h"
@@ -13,10 +13,6 @@ namespace exporting {
 namespace {
 
 constexpr char kSetup[] = "frmSetup";
-
-util::DateOrder storeOrder() {
-    return gCommon.USEurope.view() == "E" ? util::DateOrder::dayFirst : util::DateOrder::monthFirst;
-}
 
 }  // namespace
 
@@ -29,7 +25,7 @@ bool ensureSession() {
 
 std::string storedDate(const std::string& text) {
     const util::DateTime now = platform::systemClock().now();
-    const auto date = util::dateFromText(text, storeOrder(), util::calendarDate(now.day).year);
+    const auto date = util::dateFromText(text, qb::dateOrder(), util::calendarDate(now.day).year);
     return date ? util::format(*date, "yyyymmdd") : text;
 }
 

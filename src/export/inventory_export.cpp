@@ -75,7 +75,7 @@ void gpInventoryManual_export() {
             gInventory.SL = storedCode(typed);
             return exporting::readEqual(db::tableInventory, db::keyInventorySL);
         },
-        [] { return false; },
+        {},
         gpItem_export,
         showItem,
         kCancelled,

@@ -68,7 +68,7 @@ void gpNamesManual_export() {
             gNames.ARCode = key;
             return exporting::readEqual(db::tableNames, db::keyNamesARCode);
         },
-        [] { return false; },
+        {},
         gpCustomer_export,
         showName,
         kCancelled,

@@ -19,7 +19,7 @@ enum class Move : std::uint8_t { found, none, failed };
 
 Move move(const RecordWalk& walk, const std::function<bool()>& step) {
     bool found = false;
-    if (!guardRecord(walk.name, [&] { found = step(); })) {
+    if (!guardRecord(walk.name, [&] { found = step && step(); })) {
         return Move::failed;
     }
     return found ? Move::found : Move::none;
@@ -86,17 +86,21 @@ void reportMissing(const std::string& record) {
     gpQBLink_Log_writing("ERROR: " + record + " Not In Database!!!");
 }
 
-void storeRecordMark(const char* key, std::int16_t& mark, std::int32_t number) {
-    const std::string text = util::textOf(static_cast<std::int64_t>(number));
+bool setRecordMark(const char* key, std::int16_t& mark, std::int32_t number) {
     if (number > std::numeric_limits<std::int16_t>::max()) {
         gpQBLink_Log_writing(
-            std::string(key) + ": record " + text + " is above 32767, the mark stays as it was"
+            std::string(key) + ": record " + util::textOf(static_cast<std::int64_t>(number)) +
+            " is above 32767, the mark stays as it was"
         );
-        return;
+        return false;
     }
     mark = static_cast<std::int16_t>(number);
-    if (core::openLinkSetup()) {
-        core::storeMark(key, text);
+    return true;
+}
+
+void storeRecordMark(const char* key, std::int16_t& mark, std::int32_t number) {
+    if (setRecordMark(key, mark, number) && core::openLinkSetup()) {
+        core::storeMark(key, util::textOf(static_cast<std::int64_t>(mark)));
     }
 }
 

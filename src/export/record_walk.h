@@ -11,7 +11,7 @@ namespace exporting {
 struct RecordWalk {
     const char* name;                ///< of the routine, for the log
     std::function<bool()> first;     ///< puts the first row into the buffer; false: there is none
-    std::function<bool()> next;      ///< the next row; false at the end
+    std::function<bool()> next;      ///< the next row; false at the end; empty: one record only
     std::function<void()> send;      ///< the row in the buffer goes to the company file
     std::function<void()> progress;  ///< shows the row in the buffer
     const char* cancelled;           ///< text of the label after Stop
@@ -36,6 +36,10 @@ bool readEqual(std::int16_t table, std::int16_t key);
 /// Shows that a record of a manual export does not exist, and logs it. Kept: the two texts differ
 /// in the case of their letters.
 void reportMissing(const std::string& record);
+
+/// Sets a record mark in memory. @return false, with a line in the log, for a number above 32767:
+/// the mark stays then.
+bool setRecordMark(const char* key, std::int16_t& mark, std::int32_t number);
 
 /// Keeps the record mark of a list export in memory and in `QBLINK.NUV`. A number above 32767 does
 /// not fit: the mark stays and a line in the log says so.

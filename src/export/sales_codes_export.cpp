@@ -94,7 +94,7 @@ void gpSalesCodesManual_export() {
             gSalesCode.StoreNumber = gCommon.StoreNumber;
             return exporting::readEqual(db::tableSalesCode, db::keySalesCodeSalesCode);
         },
-        [] { return false; }
+        {}
     );
     if (end == exporting::WalkEnd::empty) {
         exporting::reportMissing("SalesCode = " + code);

@@ -64,6 +64,6 @@ void gpTendersManual_export() {
             gTenderTypes.TenderID = util::toLong(typed);
             return exporting::readEqual(db::tableTenderTypes, db::keyTenderTypesTenderID);
         },
-        [] { return false; }
+        {}
     );
 }

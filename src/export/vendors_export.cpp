@@ -53,7 +53,7 @@ void gpVendorsManual_export() {
             gVendors.VENDCODE = key;
             return exporting::readEqual(db::tableVendors, db::keyVendorsVendCode);
         },
-        [] { return false; },
+        {},
         gpVendor_export,
         [] { showVendor("frmSetup"); },
         kCancelled,

@@ -2,17 +2,16 @@
 
 #include "core/brvDBSM_Interface.h"
 #include "core/link_setup.h"
-#include "core/run_log.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_Names.h"
 #include "export/export_run.h"
 #include "export/record_exports.h"
+#include "export/record_walk.h"
 #include "util/conversions.h"
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 
 namespace windows {
 
@@ -76,19 +75,6 @@ std::int32_t sendRows(const Kind& kind) {
     return highest;
 }
 
-/// @return false when the number does not fit the mark.
-bool setMark(const Kind& kind, std::int32_t number) {
-    if (number > std::numeric_limits<std::int16_t>::max()) {
-        gpQBLink_Log_writing(
-            std::string(kind.key) + ": record " + util::textOf(static_cast<std::int64_t>(number)) +
-            " is above 32767, the mark stays as it was"
-        );
-        return false;
-    }
-    *kind.mark = static_cast<std::int16_t>(number);
-    return true;
-}
-
 }  // namespace
 
 void NewRecords::find() {
@@ -107,7 +93,8 @@ bool NewRecords::post() {
     bool fits[kKinds] = {true, true};
     for (int row = 0; row < kKinds; ++row) {
         if (found_[row]) {
-            fits[row] = setMark(kKindRows[row], sendRows(kKindRows[row]));
+            const Kind& kind = kKindRows[row];
+            fits[row] = exporting::setRecordMark(kind.key, *kind.mark, sendRows(kind));
         }
     }
     if (core::openLinkSetup()) {
