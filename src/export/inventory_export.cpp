@@ -52,6 +52,9 @@ void gpInventory_export() {
         exporting::showStatus(kNone);
         return;
     }
+    if (end == exporting::WalkEnd::failed) {
+        return;  // the buffer holds no row of this walk
+    }
     exporting::storeRecordMark(
         "Last Inventory UID Added", gnLastInventoryUID, gInventory.RecordNum
     );

@@ -46,11 +46,12 @@ void gpNames_export() {
         showName,
         kCancelled,
     };
-    if (exporting::walkRecords(walk) == exporting::WalkEnd::empty) {
+    const exporting::WalkEnd end = exporting::walkRecords(walk);
+    if (end == exporting::WalkEnd::empty) {
         exporting::showStatus(kNone);
-        return;
+    } else if (end != exporting::WalkEnd::failed) {
+        exporting::storeRecordMark("Last Name UID Added", gnLastNameUID, gNames.NameID);
     }
-    exporting::storeRecordMark("Last Name UID Added", gnLastNameUID, gNames.NameID);
 }
 
 void gpNamesManual_export() {

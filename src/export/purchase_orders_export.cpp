@@ -154,6 +154,9 @@ void gpPurchaseOrders_export() {
         core::showMessage(kNothingFound);
         return;
     }
+    if (end == exporting::WalkEnd::failed) {
+        return;
+    }
     storeMarks(receipts.lastNumber());
     if (end == exporting::WalkEnd::done) {
         exporting::showStatus("Done PO export");

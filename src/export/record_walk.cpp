@@ -37,6 +37,10 @@ WalkEnd walkRecords(const RecordWalk& walk) {
     if (moved == Move::none) {
         return WalkEnd::empty;
     }
+    if (moved == Move::failed) {
+        showStatus(walk.cancelled);
+        return WalkEnd::failed;
+    }
     while (moved == Move::found) {
         guardRecord(walk.name, walk.send);
         walk.progress();

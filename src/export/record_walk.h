@@ -17,10 +17,12 @@ struct RecordWalk {
     const char* cancelled;           ///< text of the label after Stop
 };
 
-enum class WalkEnd : std::uint8_t { empty, done, stopped };
+/// `failed`: the first movement met an error, so that no row was walked.
+enum class WalkEnd : std::uint8_t { empty, done, stopped, failed };
 
 /// Walks the list. An error of one record is logged and the walk goes on; an error of a movement is
-/// logged and ends the walk as Stop does. After Stop the label holds the walk's own text.
+/// logged and ends the walk as Stop does. After Stop, and after an error of the first movement, the
+/// label holds the walk's own text.
 WalkEnd walkRecords(const RecordWalk& walk);
 
 /// Movements of a walk in the order of a key of a table.

@@ -29,10 +29,10 @@ void exportTenders(
 ) {
     const exporting::RecordWalk walk = {name, first, next, sendTender, showTender, kCancelled};
     const exporting::WalkEnd end = exporting::walkRecords(walk);
-    if (end != exporting::WalkEnd::stopped) {
-        exporting::showStatus(
-            end == exporting::WalkEnd::empty ? "No Tender exported" : "Done Tender Types Export"
-        );
+    if (end == exporting::WalkEnd::empty) {
+        exporting::showStatus("No Tender exported");
+    } else if (end == exporting::WalkEnd::done) {
+        exporting::showStatus("Done Tender Types Export");
     }
 }
 

@@ -33,7 +33,7 @@ void gpVendors_export(std::string_view window) {
         kCancelled,
     };
     const exporting::WalkEnd end = exporting::walkRecords(walk);
-    if (end != exporting::WalkEnd::stopped) {
+    if (end == exporting::WalkEnd::empty || end == exporting::WalkEnd::done) {
         ui::showStatus(window, end == exporting::WalkEnd::empty ? kNone : kDone);
     }
 }

@@ -239,6 +239,33 @@ TEST_F(SalesExport, aRefusedSaleIsLoggedOnceAndTheNextOneIsPosted) {
     EXPECT_EQ(position(), "0000002 20150102");
 }
 
+TEST_F(SalesExport, anErrorOfTheStoreIsLoggedAndLosesNoSale) {
+    const platform::PlatformError broken(-2147467259, "Communication link failure");
+    makeShop(3);
+
+    // Given: the lines of the second sale cannot be read; the walk goes on
+    store.failures = {{"SELECT TOP 1 * FROM SalesItem WHERE SaleID='1000002'", broken}};
+    exportSales();
+    EXPECT_EQ(posted(), (std::set<std::string>{"0000001", "0000003"}));
+    EXPECT_EQ(logged("gpSales_export 0000002 Error: -2147467259 Communication link failure"), 1U);
+
+    // Given: the step behind the first new sale fails; the run ends as by Stop
+    addCash("0000004", "20150104");
+    addCash("0000005", "20150105");
+    restart();
+    store.failures = {{"SELECT  TOP 1 * FROM SalesHead WHERE Invoice>'0000004'", broken}};
+    exportSales();
+    store.failures.clear();
+    EXPECT_EQ(status(), "Exporting Sales Cancelled");
+    EXPECT_EQ(position(), "0000004 20150104");
+    EXPECT_EQ(logged("gpSales_export Get Next Error: -2147467259"), 1U);
+
+    // The next run goes on behind it.
+    restart();
+    exportSales();
+    EXPECT_EQ(posted(), (std::set<std::string>{"0000001", "0000003", "0000004", "0000005"}));
+}
+
 TEST_F(SalesExport, anUnusableSetupFileLosesThePositionOnly) {
     makeShop(2);
     std::filesystem::remove(folder() + "/QBLINK.NUV");

@@ -35,8 +35,10 @@ void LinkFixture::install() {
     adapters.clock = &clock_;
     adapters.desktop = &desktop;
     const auto dataFolder = [folder = folder()] { return folder; };
-    adapters.makeConnection = [dataFolder] {
-        return std::make_unique<platform::SqliteConnection>(dataFolder);
+    adapters.makeConnection = [this, dataFolder] {
+        return std::make_unique<WatchedConnection>(
+            std::make_unique<platform::SqliteConnection>(dataFolder), store
+        );
     };
     adapters.makeManagement = [dataFolder] {
         return std::make_unique<platform::SqliteManagement>(dataFolder);
@@ -149,6 +151,15 @@ void LinkFixture::setSetupValue(
 
 std::string LinkFixture::fileText(const std::string& name) const {
     return folder_.has(name) ? folder_.read(name) : std::string();
+}
+
+std::size_t LinkFixture::logged(std::string_view part) const {
+    const std::string log = fileText("QBLINK.LOG");
+    std::size_t count = 0;
+    for (std::size_t at = log.find(part); at != std::string::npos; at = log.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
 }
 
 std::vector<companyfile::TransactionSummary> LinkFixture::transactions(std::string_view type

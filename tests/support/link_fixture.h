@@ -10,6 +10,7 @@
 #include "support/fake_desktop.h"
 #include "support/fault_channel.h"
 #include "support/temp_folder.h"
+#include "support/watched_store.h"
 #include "windows/frmSetup.h"
 
 #include <functional>
@@ -55,6 +56,8 @@ protected:
     setSetupValue(const std::string& section, const std::string& key, const std::string& value);
     /// Text of a file in the data folder; empty when it is not there.
     [[nodiscard]] std::string fileText(const std::string& name) const;
+    /// How often the run log holds `part`.
+    [[nodiscard]] std::size_t logged(std::string_view part) const;
     /// Transactions of the company file, of one type when it is given.
     [[nodiscard]] std::vector<companyfile::TransactionSummary>
     transactions(std::string_view type = {}) const;
@@ -63,6 +66,8 @@ protected:
 
     RecordingDesktop desktop;
     std::shared_ptr<FaultPlan> faults = std::make_shared<FaultPlan>();
+    /// Statements that reach the store, and the faults put in their way.
+    StoreWatch store;
     std::unique_ptr<frmSetup> setup;
 
 private:
