@@ -116,6 +116,9 @@ TEST_F(ListExports, vendorsTendersAndSalesCodesGoOnce) {
     exportChecked(kSalesCodes);
     EXPECT_EQ(status(), "Done Employee/SalesCode Export");
     EXPECT_TRUE(booksName("Ben O'Hara Rep"));
+    // A name of one word goes without a last name; a code longer than initials may be is cut.
+    EXPECT_TRUE(booksName("Sam Rep"));
+    EXPECT_NE(books().find("\"Initial\": \"SAMAN\""), std::string::npos);
     EXPECT_EQ(fileText("QBLINK.LOG").find("OtherName"), std::string::npos);
     const std::string before = books();
     exportChecked(kSalesCodes);
