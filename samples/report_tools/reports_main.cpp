@@ -175,6 +175,9 @@ void report(StoreReader& store, const std::vector<std::string>& dates) {
 
 int main(int argc, char** argv) {
     return report_tools::runTool(
-        {argv + 1, argv + argc}, {"/AUTORUN=A /OUTPUT=A /|FROMDATE=", "|TODATE="}, kUsage, report
+        {argv + 1, argv + argc},
+        {"/AUTORUN=A /OUTPUT=A /|FROMDATE=", "|TODATE=", ""},
+        kUsage,
+        report
     );
 }

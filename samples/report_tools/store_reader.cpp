@@ -149,17 +149,16 @@ valuesBetween(const std::string& line, const std::vector<std::string>& fixedText
     }
     std::size_t at = fixedTexts.front().size();
     for (std::size_t index = 1; index < fixedTexts.size(); ++index) {
-        const std::size_t next = line.find(fixedTexts[index], at);
+        const bool isLast = index + 1 == fixedTexts.size();
+        const std::string& text = fixedTexts[index];
+        const std::size_t next = isLast && text.empty() ? line.size() : line.find(text, at);
         if (next == std::string::npos) {
             return {};
         }
         values.push_back(line.substr(at, next - at));
-        at = next + fixedTexts[index].size();
+        at = next + text.size();
     }
-    if (at < line.size()) {
-        values.push_back(line.substr(at));
-    }
-    return values;
+    return at == line.size() ? values : std::vector<std::string>();
 }
 
 int runTool(

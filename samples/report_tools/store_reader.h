@@ -60,7 +60,7 @@ private:
 };
 
 /// The values between fixed texts of a command line ("|START=", " |END=", ...), in order; empty
-/// when the line has another shape. The last text may be the line's end.
+/// when the line has another shape. An empty last text stands for the line's end.
 std::vector<std::string>
 valuesBetween(const std::string& line, const std::vector<std::string>& fixedTexts);
 

@@ -8,6 +8,7 @@
 #include "platform/system/native_files.h"
 #include "platform/system/native_processes.h"
 #include "samplestore/store_writer.h"
+#include "util/text_codec.h"
 
 #include <charconv>
 #include <exception>
@@ -87,8 +88,9 @@ std::optional<Options> readOptions(std::vector<std::string> arguments) {
 }
 
 int run(const Options& options) {
-    platform::IniSettingsStore settings(options.folder + "/config/brevane/settings.ini");
-    platform::NativeFiles files(options.folder + "/program");
+    const std::string folder = util::fromUtf8(options.folder);
+    platform::IniSettingsStore settings(folder + "/config/brevane/settings.ini");
+    platform::NativeFiles files(folder + "/program");
     platform::NativeProcesses processes;
     platform::NativeClock clock;
     BoxPrinter desktop;
@@ -98,7 +100,7 @@ int run(const Options& options) {
     adapters.processes = &processes;
     adapters.clock = &clock;
     adapters.desktop = &desktop;
-    const auto dataFolder = [folder = options.folder] { return folder; };
+    const auto dataFolder = [folder] { return folder; };
     adapters.makeConnection = [dataFolder] {
         return std::make_unique<platform::SqliteConnection>(dataFolder);
     };

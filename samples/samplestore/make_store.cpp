@@ -3,6 +3,7 @@
 #include "db/NuvDBSM_MSDE.h"
 #include "platform/ports/platform.h"
 #include "samplestore/store_writer.h"
+#include "util/text_codec.h"
 
 #include <filesystem>
 #include <fstream>
@@ -31,14 +32,14 @@ void writeSettings(const Options& options) {
     settings.save(db::kSettingsApplication, db::kSettingsSection, "DBName", kCatalog);
     gDataPath.AppLabel = config::kAppLabel;
     gDataPath.Station = "1";
-    gDataPath.DataPath = options.folder;
+    gDataPath.DataPath = util::fromUtf8(options.folder);
     gDataPath.Save();
 }
 
 void connect(const Options& options) {
     platform::CatalogFiles files;
     files.name = kCatalog;
-    files.dataFile = options.folder + "/" + kCatalog + ".mdf";
+    files.dataFile = util::fromUtf8(options.folder) + "/" + kCatalog + ".mdf";
     platform::current().makeManagement()->addCatalog(files);
     std::string message;
     if (gfbDB_Connect(message) == kNo) {
@@ -71,10 +72,11 @@ int makeStore(const Options& options) {
     connect(options);
     const int rows = writeTables(options);
     const std::string companyFile = (folder / "company.qbw").string();
-    const std::string setup = linkSetupText(companyFile);
+    const std::string fileName = util::fromUtf8(companyFile);
+    const std::string setup = linkSetupText(fileName);
     writeText(folder / "QBLINK.NUV", setup);
     if (options.summary) {
-        writeText(folder / "NUV.INI", summarySetupText(companyFile, options.firstDay));
+        writeText(folder / "NUV.INI", summarySetupText(fileName, options.firstDay));
         companyfile::CompanyFile::create(companyFile, "retail-summary", setup);
     } else {
         companyfile::createRetail(companyFile, setup);

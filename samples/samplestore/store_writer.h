@@ -8,7 +8,7 @@ namespace samplestore {
 
 /// What to make.
 struct Options {
-    std::string folder;  ///< data folder; made when it is missing
+    std::string folder;  ///< native name of the data folder; made when it is missing
     int sales = 0;
     int days = 0;
     std::uint64_t seed = 0;

@@ -1,9 +1,10 @@
+#include "app/display.h"
 #include "config/nuvDataPath_Ops.h"
 #include "core/brvDBSM_Interface.h"
 #include "core/brv_op.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Common.h"
-#include "link_adapters.h"
+#include "desktop_adapters.h"
 #include "platform/console/console_desktop.h"
 #include "security/clsUserLogin.h"
 #include "security/sm_Encryption_Ops.h"
@@ -13,16 +14,18 @@
 #include <exception>
 #include <iostream>
 
+#include <QApplication>
+
 namespace {
 
 constexpr int kLoggedIn = 0;
 constexpr int kNobody = 1;
 
 constexpr char kUsage[] =
-    "usage: brevane-login < SCRIPT\n"
-    "Shows the login window on the store that the settings name. Reads the operator's actions, "
-    "one\n"
-    "a line, from the standard input and prints what the windows show. No arguments.\n"
+    "usage: brevane-login [< SCRIPT]\n"
+    "Shows the login window on the store that the settings name. No arguments. With a script, and\n"
+    "where there is no display, the operator's actions are read from the standard input, one a\n"
+    "line, and what the windows show is printed.\n"
     "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
     "Status: 0 somebody logged in, 1 nobody did.\n";
 
@@ -66,18 +69,32 @@ bool run() {
     }
 }
 
+int statusOf(bool isLoggedIn) {
+    db::resetEngine();
+    return isLoggedIn ? kLoggedIn : kNobody;
+}
+
+int atTheScreen(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName("brevane-login");
+    const app::DesktopAdapters adapters;
+    return statusOf(run());
+}
+
+int byScript() {
+    const app::LinkAdapters<platform::ConsoleDesktop> adapters(std::cin, std::cout);
+    return statusOf(run());
+}
+
 }  // namespace
 
-int main(int argc, char** /*argv*/) {
+int main(int argc, char** argv) {
     if (argc > 1) {
         std::cerr << kUsage;
         return app::kWrongCall;
     }
     try {
-        const app::LinkAdapters<platform::ConsoleDesktop> adapters(std::cin, std::cout);
-        const bool isLoggedIn = run();
-        db::resetEngine();
-        return isLoggedIn ? kLoggedIn : kNobody;
+        return app::hasDisplay() && !app::isScripted() ? atTheScreen(argc, argv) : byScript();
     } catch (const std::exception& error) {
         std::cerr << "brevane-login: " << error.what() << "\n";
         return kNobody;

@@ -1,3 +1,7 @@
+#include "app/configuration/frmDataConfiguration.h"
+#include "config/clsDataPath.h"
+#include "config/nuvDataPath_Ops.h"
+#include "core/brv_op.h"
 #include "desktop_adapters.h"
 #include "platform/ports/platform.h"
 #include "platform/qt/busy_bar.h"
@@ -20,10 +24,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QTableWidget>
@@ -158,11 +163,36 @@ public:
     }
     // NOLINTEND(readability-convert-member-functions-to-static)
     bool takeQuickSetup() {
-        if (find("FrmQuickSetUP") == nullptr) {
+        QWidget* window = find("FrmQuickSetUP");
+        if (window == nullptr) {
             return false;
         }
-        save(find("FrmQuickSetUP")->grab().toImage(), "summary");
-        find("FrmQuickSetUP")->findChild<QAbstractButton*>("cmdExit")->click();
+        window->findChild<QDateEdit*>("DTPicker1(1)")
+            ->setDate(window->findChild<QDateEdit*>("DTPicker1(0)")->date());
+        save(window->grab().toImage(), "summary");
+        window->findChild<QAbstractButton*>("cmdAccept")->click();
+        return true;
+    }
+    bool takeSummaryExport() {
+        QWidget* window = find("FrmSummaryExport");
+        if (window == nullptr ||
+            window->findChild<QLabel*>("LblStatus")->text() != "Export Complete") {
+            return false;
+        }
+        save(window->grab().toImage(), "summary-export");
+        window->findChild<QAbstractButton*>("Cmdexport")->click();
+        return true;
+    }
+    bool takeLog() {
+        if (!button("CmdViewLog")->isEnabled()) {
+            return false;
+        }
+        if (find("textViewer") == nullptr) {
+            button("CmdViewLog")->click();
+            return false;
+        }
+        save(find("textViewer")->grab().toImage(), "log");
+        find("textViewer")->close();
         return true;
     }
 
@@ -180,10 +210,17 @@ private:
     }
 
     void tick() {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            if (box->checkBox() != nullptr && !hasBox_) {
+        const bool isSetup = find("frmSetup") != nullptr;
+        if (QWidget* list = find("answeredMessages")) {
+            if (isSetup) {
+                save(list->grab().toImage(), "answered");
+            }
+            list->close();
+        } else if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            if (box->checkBox() != nullptr && isSetup && !hasBox_) {
                 hasBox_ = true;
                 save(box->grab().toImage(), "message");
+                box->checkBox()->setChecked(true);
             }
             box->defaultButton()->click();
         } else if (at_ < steps_.size() && (this->*steps_[at_])()) {
@@ -199,28 +236,24 @@ private:
     bool hasBox_ = false;
 };
 
-/// One picture with several windows below each other.
-QImage sheet(const std::vector<QImage>& pictures) {
-    constexpr int kGap = 16;
-    QSize size(0, kGap);
-    for (const QImage& picture : pictures) {
-        size.setWidth(std::max(size.width(), picture.width() + 2 * kGap));
-        size.setHeight(size.height() + picture.height() + kGap);
-    }
-    QImage image(size, QImage::Format_RGB888);
-    image.fill(QColor(0x70, 0x78, 0x80));
-    QPainter painter(&image);
-    int top = kGap;
-    for (QImage picture : pictures) {
-        picture.setDevicePixelRatio(1);
-        painter.drawImage(kGap, top, picture);
-        top += picture.height() + kGap;
-    }
-    return image;
-}
+/// What stands in a field.
+struct Typed {
+    const char* control;
+    int index;
+    std::string text;
+};
 
-QImage pictureOf(ui::Form& form) {
+/// The window of a form with what an operator has typed into its fields.
+QImage pictureOf(
+    ui::Form& form,
+    const std::vector<Typed>& typed,
+    const std::function<void(ui::Form&)>& before = [](ui::Form&) {}
+) {
     platform::desktop().showModeless(form);
+    before(form);
+    for (const Typed& row : typed) {
+        form.setText(row.control, row.text, row.index);
+    }
     platform::desktop().pendingEvents();
     QImage picture;
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -232,25 +265,65 @@ QImage pictureOf(ui::Form& form) {
     return picture;
 }
 
+/// The configuration of a server that refuses the login.
+void takeServer(ui::Form& configuration, Photographer& photographer) {
+    const auto choose = [](ui::Form& form) {
+        form.setOn("optStore", false, 1);
+        form.setOn("optStore", true, 2);
+        form.raise("optStore", ui::Signal::click, 2);
+    };
+    const std::vector<Typed> typed = {
+        {"txtServer", ui::kNoIndex, "TILL\\NUVSERVER"},
+        {"txtCatalog", ui::kNoIndex, "NUVDATA1"},
+        {"txtPassword", ui::kNoIndex, "secret7"},
+        {"LblStatus", ui::kNoIndex, "The server refuses the login: check user and password."},
+    };
+    photographer.save(pictureOf(configuration, typed, choose), "configuration-server");
+}
+
 void takeSmallWindows(Photographer& photographer) {
-    std::vector<QImage> pictures;
+    gpDataPathRead();
+    const std::string folder = gDataPath.DataPath;
     frmBRVSplash splash;
     FrmLoading loading;
     clsUserLogin login;
+    login.Application = core::kApplicationTitle;
     frmSM_USER_LOGIN loginWindow(login);
     frmPasswordEnter passwordWindow(login);
     frmSM_DATAPATH2 dataPath;
     frmSMFILE_PATH browser;
-    browser.setPath(QDir::homePath().toStdString());
+    browser.setPath(folder + "/company.qbw");
+    browser.setMask("*.qbw");
+    browser.setFileType(".qbw");
     FrmSelDate dates;
     SafeDialog safe;
-    const std::vector<ui::Form*> forms = {
-        &splash, &loading, &loginWindow, &passwordWindow, &dataPath, &browser, &dates, &safe};
-    pictures.reserve(pictures.size() + forms.size());
-    for (ui::Form* form : forms) {
-        pictures.push_back(pictureOf(*form));
+    app::frmDataConfiguration configuration({});
+    const struct {
+        const char* name;
+        ui::Form& form;
+        std::vector<Typed> typed;
+    } kRows[] = {
+        {"splash", splash, {}},
+        {"loading", loading, {}},
+        {"login",
+         loginWindow,
+         {{"txtUserID", ui::kNoIndex, "ANNA"}, {"txtPassword", ui::kNoIndex, "secret7"}}},
+        {"password",
+         passwordWindow,
+         {{"txtNewPassword", ui::kNoIndex, "secret8"},
+          {"txtRepeatPassword", ui::kNoIndex, "secret8"}}},
+        {"data-path", dataPath, {}},
+        {"browser", browser, {}},
+        {"dates", dates, {{"TxtInvoice", ui::kNoIndex, "0001001"}}},
+        {"server-check", safe, {}},
+        {"configuration",
+         configuration,
+         {{"LblStatus", ui::kNoIndex, "The store opens: catalog NUVDATA1, store 1, Setup mode."}}},
+    };
+    for (const auto& row : kRows) {
+        photographer.save(pictureOf(row.form, row.typed), row.name);
     }
-    photographer.save(sheet(pictures), "windows");
+    takeServer(configuration, photographer);
 }
 
 int run(const QString& what, Photographer& photographer) {
@@ -259,13 +332,14 @@ int run(const QString& what, Photographer& photographer) {
         return 0;
     }
     if (what == "summary") {
-        photographer.play({&Photographer::takeQuickSetup});
+        photographer.play({&Photographer::takeQuickSetup, &Photographer::takeSummaryExport});
     } else {
         photographer.play(
             {&Photographer::takeIdle,
              &Photographer::beginExport,
              &Photographer::pressExport,
              &Photographer::takeRunning,
+             &Photographer::takeLog,
              &Photographer::openManualPage,
              &Photographer::pickAccount,
              &Photographer::takeManualPage,

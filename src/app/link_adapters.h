@@ -2,6 +2,9 @@
 
 #include "config/clsDataPath.h"
 #include "core/brv_main.h"
+#include "db/connection.h"
+#include "platform/odbc/odbc_connection.h"
+#include "platform/odbc/odbc_management.h"
 #include "platform/ports/platform.h"
 #include "platform/qbxml/logging_channel.h"
 #include "platform/qbxml/session_manager.h"
@@ -12,8 +15,10 @@
 #include "platform/system/native_clock.h"
 #include "platform/system/native_files.h"
 #include "platform/system/native_processes.h"
+#include "util/conversions.h"
 
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace app {
@@ -22,6 +27,28 @@ namespace app {
 inline constexpr int kWrongCall = 64;
 /// Status of a program whose platform failed before it could start.
 inline constexpr int kPlatformFailed = 3;
+
+/// The setting "Server" that chooses the embedded store; any other value names a database server.
+inline constexpr char kEmbeddedServer[] = "embedded";
+
+/// A setting of the store's connection.
+inline std::string connectionSetting(const std::string& key) {
+    return util::trim(
+        platform::settings().get(db::kSettingsApplication, db::kSettingsSection, key, "")
+    );
+}
+
+/// Makes the data port that the settings choose: the embedded store's, made with the data folder,
+/// or the server's.
+template <class Port, class Embedded, class Server>
+std::unique_ptr<Port> makeForServer() {
+    if (util::sameName(connectionSetting("Server"), kEmbeddedServer)) {
+        return std::make_unique<Embedded>([] { return gDataPath.DataPath; });
+    }
+    return std::make_unique<Server>([] {
+        return platform::OdbcOptions{connectionSetting("Driver"), connectionSetting("Port")};
+    });
+}
 
 /// The adapters of this machine, with the operator at `Desktop`, installed for as long as the
 /// object lives.
@@ -32,14 +59,15 @@ public:
     template <class... Arguments>
     explicit LinkAdapters(Arguments&&... arguments)
         : desktop_(std::forward<Arguments>(arguments)...) {
-        const auto dataFolder = [] { return gDataPath.DataPath; };
         platform::Platform adapters;
-        adapters.makeConnection = [dataFolder] {
-            return std::make_unique<platform::SqliteConnection>(dataFolder);
-        };
-        adapters.makeManagement = [dataFolder] {
-            return std::make_unique<platform::SqliteManagement>(dataFolder);
-        };
+        adapters.makeConnection = makeForServer<
+            platform::DataConnection,
+            platform::SqliteConnection,
+            platform::OdbcConnection>;
+        adapters.makeManagement = makeForServer<
+            platform::ManagementSession,
+            platform::SqliteManagement,
+            platform::OdbcManagement>;
         adapters.makeSessionManager = [] {
             return std::make_unique<platform::QbxmlSessionManager>(
                 platform::withDocumentLog(std::make_unique<platform::StandinChannel>())

@@ -40,9 +40,13 @@ constexpr Question kQuestions[] = {
     {"SELECT payment FROM applied JOIN txn ON txn.id = payment GROUP BY payment "
      "HAVING sum(amount) > total",
      "More than the payment was applied by transaction "},
-    {"SELECT id FROM txn JOIN line ON line.txn = txn.id WHERE type IN ('SalesReceipt', 'Invoice', "
-     "'CreditMemo') GROUP BY id HAVING sum(amount) + tax <> total",
+    {"SELECT id FROM txn LEFT JOIN line ON line.txn = txn.id WHERE type NOT IN ('JournalEntry', "
+     "'ReceivePayment', 'OpeningBalance') GROUP BY id HAVING coalesce(sum(amount), 0) + tax <> "
+     "total",
      "The lines and the tax do not make the total of transaction "},
+    {"SELECT id FROM txn LEFT JOIN line ON line.txn = txn.id WHERE type = 'JournalEntry' "
+     "GROUP BY id HAVING coalesce(sum(max(amount, 0)), 0) <> total",
+     "The debit lines do not make the total of transaction "},
     {"SELECT id FROM entry WHERE parent <> 0 AND parent NOT IN (SELECT id FROM entry)",
      "The parent is not there of entry "},
     {"SELECT id FROM txn WHERE id > (SELECT value FROM meta WHERE key = 'transactions')",
@@ -66,6 +70,7 @@ public:
         checkKinds();
         checkFigures();
         checkEntries();
+        checkTransactions();
         return findings_;
     }
 
@@ -135,12 +140,12 @@ private:
         }
     }
 
-    void checkReferences(const Entry& entry, const Element& fields) {
+    void checkReferences(const std::string& owner, const Element& fields) {
         for (const Element& child : fields.children) {
             if (!isReference(child)) {
-                checkReferences(entry, child);
+                checkReferences(owner, child);
             } else if (ledger_.lists().byListId(child.at("ListID")) == nullptr) {
-                find(entry.fullName + " refers to a " + child.name + " that is not there.");
+                find(owner + " refers to a " + child.name + " that is not there.");
             }
         }
     }
@@ -151,7 +156,16 @@ private:
             if (!names.emplace(entry.kind->space, entry.foldedName).second) {
                 find("The name " + entry.fullName + " is there twice.");
             }
-            checkReferences(entry, entry.fields);
+            checkReferences(entry.fullName, entry.fields);
+        }
+    }
+
+    void checkTransactions() {
+        Statement rows = ledger_.database().prepare(
+            "SELECT id, fields FROM txn UNION ALL SELECT txn, fields FROM line"
+        );
+        while (rows.step()) {
+            checkReferences("Transaction " + rows.text(0), fieldsFrom(rows.text(1)));
         }
     }
 

@@ -5,7 +5,6 @@
 #include "companyfile/templates.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace companyfile {
 
@@ -38,13 +37,6 @@ constexpr FaultError kFaultErrors[] = {
     throw CallError(found->number, std::string(found->text));
 }
 
-void removeUnfinished(const std::string& path) {
-    std::error_code ignored;
-    for (const char* suffix : {"", "-wal", "-shm"}) {
-        std::filesystem::remove(path + suffix, ignored);
-    }
-}
-
 }  // namespace
 
 CompanyFile::CompanyFile(std::unique_ptr<Ledger> ledger) : ledger_(std::move(ledger)) {}
@@ -65,11 +57,11 @@ CompanyFile CompanyFile::create(
         ledger->change([&] { fillFromTemplate(*ledger, templateName, mappingText); });
     } catch (const StatusError& error) {
         ledger.reset();
-        removeUnfinished(path);
+        removeFile(path);
         throw CallError(hresult::kCannotOpen, error.status.message);
     } catch (...) {
         ledger.reset();
-        removeUnfinished(path);
+        removeFile(path);
         throw;
     }
     return CompanyFile(std::move(ledger));

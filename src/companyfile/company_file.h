@@ -76,22 +76,21 @@ public:
     using Clock = std::function<std::int64_t()>;
 
     /// Makes a new file at `path` (name ends .qbw) and opens it.
-    /// @param templateName  "" (what every new company has) or "retail" (a shop's chart of
-    /// accounts).
-    /// @param mappingText   text of an account mapping (INI), whose accounts, tax accounts and tax
-    /// payee are
-    ///                      made where they are missing; empty: none. Code page 1252.
+    /// @param templateName  "" (what every new company has), "retail" (a shop's accounts and lists)
+    /// or "retail-summary" (for a shop that posts daily totals only).
+    /// @param mappingText  text of an account mapping (INI), whose accounts, terms and tax payee
+    /// are made where they are missing; empty: none. Code page 1252.
     /// @throws CallError kCannotOpen when a file is there already or cannot be written, and for an
-    /// unknown template.
+    /// unknown template or a mapping that cannot be carried out; no file is left behind then.
     static CompanyFile create(
         const std::string& path,
         std::string_view templateName = "",
         std::string_view mappingText = ""
     );
     /// Opens an existing file.
-    /// @throws CallError kCannotOpen (missing), kNotUsable (no company file, damaged, of a newer
-    /// format),
-    ///         kFileInUse (another program is writing to it or holds it for itself).
+    /// @throws CallError kCannotOpen (missing, or it may not be read and written), kNotUsable (no
+    /// company file, damaged, of a newer format), kFileInUse (another program is writing to it or
+    /// holds it for itself).
     static CompanyFile open(const std::string& path);
 
     CompanyFile(CompanyFile&&) noexcept;

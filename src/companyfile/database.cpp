@@ -2,9 +2,14 @@
 
 #include "companyfile/call_error.h"
 
+#include <cerrno>
 #include <filesystem>
+#include <system_error>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace companyfile {
 
@@ -109,38 +114,22 @@ void Database::Closer::operator()(sqlite3* database) const {
 }
 
 Database::Database(const std::string& path, Mode mode) : path_(path) {
-    const bool exists = std::filesystem::exists(path);
-    if (exists == (mode == Mode::create)) {
-        throw CallError(
-            hresult::kCannotOpen,
-            exists ? "The company file " + path + " exists already."
-                   : "The company file " + path + " could not be found."
-        );
-    }
-    if (exists && !std::filesystem::is_regular_file(path)) {
-        throw CallError(hresult::kNotUsable, path + " is not a company file.");
+    lookForFile(mode);
+    if (mode == Mode::create) {
+        claim();
     }
     sqlite3* database = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::create ? SQLITE_OPEN_CREATE : 0);
-    const int result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
+    const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
     handle_.reset(database);
     if (result != SQLITE_OK) {
+        if (mode == Mode::create) {
+            removeFile(path);
+        }
         throw CallError(hresult::kCannotOpen, "The company file " + path + " could not be opened.");
     }
     sqlite3_busy_timeout(handle(), kProbeBusyMs);
     if (mode == Mode::create) {
-        // The books are nobody else's; the files beside this one take over its rights.
-        std::error_code ignored;
-        std::filesystem::permissions(
-            path,
-            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write |
-                std::filesystem::perms::group_read,
-            ignored
-        );
-        execute("PRAGMA journal_mode = WAL");
-        execute(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
-        execute(("PRAGMA user_version = " + std::to_string(kFormat)).c_str());
-        execute(kTables);
+        make();
     } else {
         probe();
     }
@@ -148,6 +137,63 @@ Database::Database(const std::string& path, Mode mode) : path_(path) {
     execute("PRAGMA wal_autocheckpoint = 8000");  // pages; each checkpoint waits for the disk
     sqlite3_busy_timeout(handle(), kBusyMs);
     foreignChanges_ = std::make_unique<Statement>(prepare("PRAGMA data_version"));
+}
+
+void Database::lookForFile(Mode mode) const {
+    std::error_code error;
+    const auto type = std::filesystem::status(path_, error).type();
+    if (type == std::filesystem::file_type::none) {
+        throw CallError(
+            hresult::kCannotOpen,
+            "The company file " + path_ + " could not be opened: " + error.message() + "."
+        );
+    }
+    const bool exists = type != std::filesystem::file_type::not_found;
+    if (exists == (mode == Mode::create)) {
+        throw CallError(
+            hresult::kCannotOpen,
+            exists ? "The company file " + path_ + " exists already."
+                   : "The company file " + path_ + " could not be found."
+        );
+    }
+    if (exists && type != std::filesystem::file_type::regular) {
+        throw CallError(hresult::kNotUsable, path_ + " is not a company file.");
+    }
+}
+
+/// Makes the file, empty, unless somebody else has made it meanwhile. The books are nobody else's;
+/// the files beside this one take over its rights.
+void Database::claim() const {
+    constexpr mode_t kRights = S_IRUSR | S_IWUSR | S_IRGRP;
+    const int file = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kRights);
+    if (file < 0) {
+        throw CallError(
+            hresult::kCannotOpen,
+            "The company file " + path_ +
+                " could not be made: " + std::generic_category().message(errno) + "."
+        );
+    }
+    ::close(file);
+}
+
+/// Fills a new file, or leaves none behind.
+void Database::make() {
+    try {
+        fill();
+    } catch (const CallError&) {
+        handle_.reset();
+        removeFile(path_);
+        throw;
+    }
+}
+
+void Database::fill() {
+    execute("PRAGMA journal_mode = WAL");
+    execute("BEGIN IMMEDIATE");
+    execute(kTables);
+    execute(("PRAGMA user_version = " + std::to_string(kFormat)).c_str());
+    execute(("PRAGMA application_id = " + std::to_string(kApplicationId)).c_str());
+    execute("COMMIT");
 }
 
 void Database::probe() {
@@ -196,15 +242,25 @@ void Database::fail() const {
         throw CallError(hresult::kNotUsable, path_ + " is not a company file.");
     }
     if (code == SQLITE_CORRUPT || code == SQLITE_ERROR) {
-        throw CallError(
-            hresult::kNotUsable,
-            "The company file " + path_ + " is damaged: " + sqlite3_errmsg(handle()) + "."
-        );
+        damaged(sqlite3_errmsg(handle()));
     }
     throw CallError(
         hresult::kCannotOpen,
         "The company file " + path_ + " cannot be used: " + sqlite3_errmsg(handle()) + "."
     );
+}
+
+void Database::damaged(const std::string& what) const {
+    throw CallError(
+        hresult::kNotUsable, "The company file " + path_ + " is damaged: " + what + "."
+    );
+}
+
+void removeFile(const std::string& path) {
+    std::error_code ignored;
+    for (const char* suffix : {"", "-wal", "-shm"}) {
+        std::filesystem::remove(path + suffix, ignored);
+    }
 }
 
 Work::Work(Database& database, bool writes) : database_(database) {

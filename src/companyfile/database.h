@@ -62,9 +62,15 @@ public:
     /// Grows whenever another connection has changed the file.
     std::int64_t foreignChanges();
     [[noreturn]] void fail() const;
+    /// Fails because of what the file holds. @param what  a clause, as "entry 3 is of no kind".
+    [[noreturn]] void damaged(const std::string& what) const;
     [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
 
 private:
+    void lookForFile(Mode mode) const;
+    void claim() const;
+    void make();
+    void fill();
     void probe();
 
     struct Closer {
@@ -74,6 +80,9 @@ private:
     std::string path_;
     std::unique_ptr<Statement> foreignChanges_;
 };
+
+/// Removes a company file and what stands beside it.
+void removeFile(const std::string& path);
 
 /// One unit of work: rolled back unless it was committed.
 class Work {

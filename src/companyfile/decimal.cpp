@@ -1,8 +1,9 @@
 #include "companyfile/decimal.h"
 
 #include "companyfile/status.h"
+#include "util/basic_error.h"
 
-#include <algorithm>
+#include <limits>
 
 namespace companyfile {
 
@@ -12,6 +13,7 @@ __extension__ using Wide = __int128;
 
 constexpr std::int64_t kCent = util::Money::kScale / 100;
 constexpr std::int64_t kLargestCents = 999'999'999'999'999;  // thirteen digits before the point
+constexpr std::int64_t kLargestDecimal = 999'999'999'999'999'999;  // thirteen as well
 
 /// `dividend` / `divisor`, half away from zero.
 Wide divided(Wide dividend, Wide divisor) {
@@ -22,11 +24,24 @@ Wide divided(Wide dividend, Wide divisor) {
     return negative ? -result : result;
 }
 
-util::Money moneyFromCents(Wide value) {
-    if (value > kLargestCents || value < -kLargestCents) {
-        throw StatusError(3101, "The resulting amount is too large.");
+std::int64_t within(Wide value, std::int64_t largest) {
+    if (value > largest || value < -largest) {
+        throw tooLarge();
     }
-    return fromCents(static_cast<std::int64_t>(value));
+    return static_cast<std::int64_t>(value);
+}
+
+util::Money moneyFromCents(Wide value) {
+    return fromCents(within(value, kLargestCents));
+}
+
+/// A 64-bit number that a computation gives.
+std::int64_t fitting(Wide value) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    if (value > Limits::max() || value < -Limits::max()) {
+        throw util::BasicError::of(6);
+    }
+    return static_cast<std::int64_t>(value);
 }
 
 /// Digits of "12.5" as a whole number with `decimals` places; the text has the wire's form.
@@ -42,12 +57,12 @@ std::int64_t scaled(std::string_view text, std::size_t decimals) {
         if (digit == '.') {
             point = true;
         } else if (!point || behindPoint < decimals) {
-            value = value * 10 + (digit - '0');
+            value = fitting(Wide{value} * 10 + (digit - '0'));
             behindPoint += point ? 1U : 0U;
         }
     }
     for (; behindPoint < decimals; ++behindPoint) {
-        value *= 10;
+        value = fitting(Wide{value} * 10);
     }
     return negative ? -value : value;
 }
@@ -58,8 +73,17 @@ Decimal Decimal::fromText(std::string_view text) {
     return {scaled(text, 5)};
 }
 
+Decimal Decimal::operator-() const {
+    return {fitting(-Wide{raw})};
+}
+
+Decimal operator+(Decimal left, Decimal right) {
+    return {fitting(Wide{left.raw} + right.raw)};
+}
+
 std::string Decimal::text(int decimals) const {
-    const std::int64_t magnitude = raw < 0 ? -raw : raw;
+    const auto bits = static_cast<std::uint64_t>(raw);
+    const std::uint64_t magnitude = raw < 0 ? 0 - bits : bits;
     std::string fraction = std::to_string(kScale + magnitude % kScale).substr(1);
     while (fraction.size() > static_cast<std::size_t>(decimals) && fraction.back() == '0') {
         fraction.pop_back();
@@ -73,7 +97,7 @@ util::Money amountFrom(std::string_view text) {
 }
 
 std::string amountText(util::Money amount) {
-    return Decimal{amount.raw() * (Decimal::kScale / util::Money::kScale)}.text(2);
+    return amount.text(2);
 }
 
 std::int64_t cents(util::Money amount) {
@@ -81,7 +105,7 @@ std::int64_t cents(util::Money amount) {
 }
 
 util::Money fromCents(std::int64_t cents) {
-    return util::Money::fromRaw(cents * kCent);
+    return util::Money::fromRaw(fitting(Wide{cents} * kCent));
 }
 
 util::Money product(Decimal price, Decimal quantity) {
@@ -92,7 +116,7 @@ util::Money product(Decimal price, Decimal quantity) {
 Decimal quotient(util::Money amount, Decimal quantity) {
     const Wide scaledAmount =
         Wide{amount.raw()} * Decimal::kScale * (Decimal::kScale / util::Money::kScale);
-    return {static_cast<std::int64_t>(divided(scaledAmount, quantity.raw))};
+    return {within(divided(scaledAmount, quantity.raw), kLargestDecimal)};
 }
 
 util::Money percentOf(util::Money amount, Decimal percent) {

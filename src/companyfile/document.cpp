@@ -11,7 +11,11 @@ namespace companyfile {
 
 namespace {
 
-bool contains(const std::vector<std::string>& list, std::string_view value) {
+constexpr std::array<std::string_view, 3> kMetaData = {
+    "NoMetaData", "MetaDataOnly", "MetaDataAndResponseData"};
+
+template <class List>
+bool contains(const List& list, std::string_view value) {
     return std::find(list.begin(), list.end(), value) != list.end();
 }
 
@@ -126,6 +130,9 @@ void readAttributes(const pugi::xml_node& node, Request& request) {
             request.id = attribute.value();
         } else if (std::string_view(attribute.name()) == "metaData") {
             request.metaData = attribute.value();
+            if (!contains(kMetaData, request.metaData)) {
+                unparsable();
+            }
         }
     }
 }

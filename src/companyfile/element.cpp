@@ -1,11 +1,34 @@
 #include "companyfile/element.h"
 
+#include "companyfile/document.h"
 #include "companyfile/text.h"
 
 #include <algorithm>
 #include <pugixml.hpp>
 
 namespace companyfile {
+
+namespace {
+
+/// Reading and writing go one call down for each level.
+constexpr int kDeepest = 64;
+
+Element elementBelow(const pugi::xml_node& node, int depth) {
+    if (depth > kDeepest) {
+        unparsable();
+    }
+    Element element{node.name(), {}, {}};
+    for (const pugi::xml_node& child : node.children()) {
+        if (child.type() == pugi::node_element) {
+            element.children.push_back(elementBelow(child, depth + 1));
+        } else if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+            element.text += child.value();
+        }
+    }
+    return element;
+}
+
+}  // namespace
 
 const Element* Element::find(std::string_view childName) const {
     const auto found = std::find_if(children.begin(), children.end(), [&](const Element& child) {
@@ -46,15 +69,7 @@ void Element::remove(std::string_view childName) {
 }
 
 Element elementFrom(const pugi::xml_node& node) {
-    Element element{node.name(), {}, {}};
-    for (const pugi::xml_node& child : node.children()) {
-        if (child.type() == pugi::node_element) {
-            element.children.push_back(elementFrom(child));
-        } else if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
-            element.text += child.value();
-        }
-    }
-    return element;
+    return elementBelow(node, 0);
 }
 
 void writeEscaped(std::string& out, std::string_view utf8, bool attribute) {

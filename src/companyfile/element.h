@@ -28,7 +28,8 @@ struct Element {
     void remove(std::string_view childName);
 };
 
-/// The tree below an XML node: texts without those that only stand between elements.
+/// The tree below an XML node.
+/// @throws CallError kUnparsable when it is nested more deeply than any request or record is.
 Element elementFrom(const pugi::xml_node& node);
 /// Appends an element as ASCII XML without white space around its children.
 void writeXml(std::string& out, const Element& element);

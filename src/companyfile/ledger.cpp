@@ -1,6 +1,7 @@
 #include "companyfile/ledger.h"
 
 #include "companyfile/text.h"
+#include "util/basic_error.h"
 
 #include <algorithm>
 #include <chrono>
@@ -158,9 +159,8 @@ Ledger::Ledger(const std::string& path, Database::Mode mode)
       tick_(database_.prepare(
           "UPDATE meta SET value = value + 1 WHERE key = 'clock' RETURNING value - 1"
       )),
-      readClock_(database_.prepare("SELECT value FROM meta WHERE key = 'clock'")),
-      foreignChanges_(database_.foreignChanges()) {
-    lists_.load();
+      readClock_(database_.prepare("SELECT value FROM meta WHERE key = 'clock'")) {
+    look([] {});
 }
 
 std::int64_t Ledger::now() {
@@ -215,13 +215,15 @@ void Ledger::refresh() {
 
 void Ledger::within(bool writes, const std::function<void()>& work) {
     Work unit(database_, writes);
-    const std::int64_t before = database_.changes();
     try {
         refresh();
         work();
         unit.commit();
+    } catch (const util::BasicError&) {
+        stale_ = true;
+        database_.damaged("it holds a number that is too large");
     } catch (...) {
-        stale_ = stale_ || database_.changes() != before;
+        stale_ = true;
         throw;
     }
 }
@@ -255,12 +257,16 @@ Answer Ledger::carryOut(Request& request, const Document& document) {
         step.keep();
         return answer;
     } catch (const StatusError& error) {
-        if (database_.changes() != before) {
-            stale_ = true;
-            refresh();
-        }
-        return {error.status, {}, isQuery(request)};
+        return refused(request, error, database_.changes() != before);
+    } catch (const util::BasicError&) {
+        return refused(request, tooLarge(), database_.changes() != before);
     }
+}
+
+Answer Ledger::refused(const Request& request, const StatusError& error, bool isHalfDone) {
+    stale_ = stale_ || isHalfDone;
+    refresh();
+    return {error.status, {}, isQuery(request)};
 }
 
 std::string Ledger::exchange(const std::string& text) {

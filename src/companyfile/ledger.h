@@ -49,6 +49,7 @@ public:
 private:
     void within(bool writes, const std::function<void()>& work);
     Answer carryOut(Request& request, const Document& document);
+    Answer refused(const Request& request, const StatusError& error, bool isHalfDone);
     void refresh();
 
     Database database_;
@@ -57,7 +58,7 @@ private:
     Statement tick_;
     Statement readClock_;
     std::int64_t foreignChanges_ = 0;
-    bool stale_ = false;
+    bool stale_ = true;  ///< what is in memory has to be read again
 };
 
 /// The moment as YYYY-MM-DDTHH:MM:SS+00:00.

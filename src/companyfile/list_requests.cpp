@@ -61,6 +61,15 @@ void prepareAccount(Ledger& ledger, Entry& account) {
     account.special = specialOf(ledger, account);
 }
 
+/// An empty reference passes the schema as one that was not sent.
+void prepareStockItem(Ledger& ledger, Entry& item) {
+    for (const char* account : {"IncomeAccountRef", "COGSAccountRef", "AssetAccountRef"}) {
+        if (referenced(ledger.lists(), item.fields, account) == nullptr) {
+            throw StatusError(3270, "A posting account is missing: " + quoted(account) + ".");
+        }
+    }
+}
+
 std::string_view openingDate(const Element& sent, std::string_view field) {
     return sent.at(field);
 }
@@ -113,7 +122,7 @@ constexpr Making kMakings[] = {
     {"Account", prepareAccount, "OpenBalance", openAccount},
     {"Customer", nullptr, "OpenBalance", openCustomer},
     {"Vendor", nullptr, "OpenBalance", openVendor},
-    {"ItemInventory", nullptr, "QuantityOnHand", openItem},
+    {"ItemInventory", prepareStockItem, "QuantityOnHand", openItem},
 };
 
 const Making* makingOf(std::string_view kind) {

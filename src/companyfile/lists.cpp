@@ -9,6 +9,9 @@ namespace companyfile {
 
 namespace {
 
+/// Levels below the first that a full name shows.
+constexpr int kDeepest = 20;
+
 std::string nameKey(NameSpace space, std::string_view foldedName) {
     std::string key(1, static_cast<char>('A' + static_cast<int>(space)));
     return key.append(foldedName);
@@ -93,6 +96,7 @@ void Lists::load() {
     }
     // A parent may be younger than its child, so names are put together when all are known.
     for (auto& [id, entry] : entries_) {
+        requireEndOfParents(entry);
         nameFully(entry);
         index(entry);
     }
@@ -129,10 +133,18 @@ std::vector<Entry*> Lists::startingWith(NameSpace space, std::string_view prefix
     return found;
 }
 
+void Lists::requireEndOfParents(const Entry& entry) {
+    std::size_t steps = 0;
+    for (const Entry* above = &entry; above != nullptr; above = byId(above->parent)) {
+        if (++steps > entries_.size()) {
+            database_.damaged("entry " + std::to_string(entry.id) + " has parents without end");
+        }
+    }
+}
+
 void Lists::nameFully(Entry& entry) {
     entry.fullName = entry.name;
     entry.sublevel = 0;
-    constexpr int kDeepest = 20;
     for (const Entry* above = byId(entry.parent); above != nullptr && entry.sublevel < kDeepest;
          above = byId(above->parent)) {
         entry.fullName = above->name + ":" + entry.fullName;

@@ -100,6 +100,7 @@ public:
 private:
     void index(Entry& entry);
     void unindex(const Entry& entry);
+    void requireEndOfParents(const Entry& entry);
     void nameFully(Entry& entry);
     void renameChildren(const Entry& parent);
     void requireGoodName(const Entry& entry) const;

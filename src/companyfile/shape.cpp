@@ -2,6 +2,7 @@
 #include "companyfile/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <map>
 #include <set>
 
@@ -127,6 +128,15 @@ private:
     std::map<std::string, int> alternatives_;
 };
 
+/// False for a number beyond the limits of its field; what is no number is refused as a value.
+bool isInRange(const SchemaField& field, std::string_view text) {
+    const bool hasLimits = field.minValue != 0 || field.maxValue != 0;
+    long number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !hasLimits || error != std::errc() ||
+           (number >= field.minValue && (field.maxValue == 0 || number <= field.maxValue));
+}
+
 void checkFields(
     const Element& element,
     const std::vector<SchemaField>& fields,
@@ -147,7 +157,7 @@ void checkFields(
         const SchemaField& field = check.take(child);
         if (field.type == "AGGREGATE") {
             checkFields(child, field.fields, field.choices, foreign, childPath + ".", version);
-        } else if (!child.children.empty()) {
+        } else if (!child.children.empty() || !isInRange(field, child.text)) {
             unparsable();
         }
     }

@@ -28,6 +28,10 @@ StatusError missingElement(std::string_view field) {
     return {3150, "There is a missing element: " + quoted(field) + "."};
 }
 
+StatusError tooLarge() {
+    return {3101, "The resulting amount is too large."};
+}
+
 StatusError cannotSave(std::string_view what, std::string_view reason) {
     return {
         3180, "There was an error when saving a " + std::string(what) + "." + programSays(reason)};

@@ -34,6 +34,8 @@ StatusError unknownId(std::string_view id);
 StatusError missingElement(std::string_view field);
 /// 3180: saving a `what` was refused because of `reason`.
 StatusError cannotSave(std::string_view what, std::string_view reason);
+/// 3101: an amount that no field can hold.
+StatusError tooLarge();
 /// `text` in straight double quotes.
 std::string quoted(std::string_view text);
 

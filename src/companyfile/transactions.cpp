@@ -135,9 +135,12 @@ void Transactions::saveParts(Transaction& transaction, std::int64_t now) {
 
 Transaction Transactions::load(std::int64_t id) {
     Transaction result;
-    select_.bind(id).step();
+    const bool isThere = select_.bind(id).step();
     result.id = id;
-    result.kind = transactionKind(select_.text(1));
+    result.kind = isThere ? transactionKind(select_.text(1)) : nullptr;
+    if (result.kind == nullptr) {
+        database_.damaged("transaction " + std::to_string(id) + " is missing or of no known type");
+    }
     result.txnId = select_.text(2);
     result.date = select_.text(3);
     result.refNumber = select_.text(4);

@@ -87,7 +87,7 @@ public:
     void forget() { references_.clear(); }
     /// Writes a new transaction and numbers it and its lines.
     void save(Transaction& transaction, std::int64_t now);
-    /// A whole transaction. @param id one that exists.
+    /// A whole transaction. @throws CallError kNotUsable when it is not there or of no known type.
     Transaction load(std::int64_t id);
     void remove(const Transaction& transaction);
 

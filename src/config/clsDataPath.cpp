@@ -83,9 +83,7 @@ void clsDataPath::Save() {
     for (const auto& [key, text] : kStoredTexts) {
         settings.save(AppLabel, kSection, key, this->*text);
     }
-    if (gIni.FileOpen() != kNo) {
-        gIni.WriteData("MISCELLANEOUS", "Datapath", DataPath);
-    }
+    gIni.WriteData("MISCELLANEOUS", "Datapath", DataPath);  // which a closed file takes in silence
 }
 
 void clsDataPath::Delete() {

@@ -147,9 +147,13 @@ clsINI_Services::Names clsINI_Services::FindKeyInFile(const std::string& key) co
         return found;
     }
     return trapped("Find Key IN File Class ini", found, [&] {
+        const Names sections = GetAllSections();
+        if (sections.front().empty()) {
+            return found;  // Kept: a section without a name that is the first hides all others
+        }
         bool isFirst = true;
-        for (const std::string& section : GetAllSections()) {
-            if (!section.empty() && FindKeyInSection(section, key) != kNo) {
+        for (const std::string& section : sections) {
+            if (FindKeyInSection(section, key) != kNo) {
                 addTo(found, isFirst, section);
             }
         }

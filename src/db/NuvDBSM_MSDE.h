@@ -1,10 +1,10 @@
 #pragma once
 
 #include "db/connection.h"
+#include "db/record_fields.h"
 #include "db/schema.h"
 #include "platform/ports/data.h"
 #include "util/legacy_bool.h"
-#include "util/value.h"
 
 #include <array>
 #include <cstdint>
@@ -74,10 +74,6 @@ struct KeyPair {
 bool atEnd(std::int16_t table);
 /// Goes to the next row of what gfbDB_OpenBySQL opened for `table`.
 void moveNext(std::int16_t table);
-
-/// A value as the text that stands between the quotes of a statement: text as it is, numbers in
-/// decimal, a moment as "yyyymmdd hh:mm:ss", no value as an empty text.
-std::string statementText(const util::Value& value);
 
 /// The name of an operation ("Get Next"), empty for a number that means nothing.
 std::string_view operationName(std::int16_t operation);
@@ -154,8 +150,9 @@ std::int16_t gfiDB_FieldCount(std::int16_t table);
 /// Count of rows of the SQL table `name`; an empty name is filled with the table's own.
 std::int32_t gfiDB_RecordCount(std::int16_t table, std::string& name);
 
-/// Opens a statement with many rows as the rows of `table` and stands on the first.
-/// Walk with db::moveNext and db::atEnd; db_pRecord_fromRow reads each row into the record.
+/// Opens a statement with many rows as the rows of `table` and stands on the first (`noPosition`
+/// changes nothing). Walk with db::moveNext and db::atEnd; db_pRecord_fromRow reads each row into
+/// the record.
 /// @return kNo without rows, and when the statement failed (log, box, `DBFailureKind` 3).
 LegacyBool
 gfbDB_OpenBySQL(const std::string& statement, std::int16_t table, LegacyBool noPosition = kNo);

@@ -14,14 +14,9 @@
 namespace {
 
 constexpr std::string_view kCatalogStem = "NUVDATA";
-constexpr char kRemoteCatalog[] = "NUVRemote";
 constexpr char kTrainingCatalog[] = "Training";
 constexpr char kRemoteFile[] = "c:\\nuvsafe\\NUVRemote.mdf";
 constexpr std::string_view kDataFileEnding = ".mdf";
-
-bool worksLocally() {
-    return DBLocalMode != kNo || DBRemoteMode != kNo;
-}
 
 /// Takes `name` as the catalog when its data file is there.
 bool takeWhenFilePresent(const std::string& name, const std::string& file) {
@@ -43,14 +38,14 @@ void takeNameOfDataFile() {
 
 /// Decides the catalog's name. @return false when its file is missing.
 bool decideName() {
-    if (worksLocally() && !takeWhenFilePresent(kRemoteCatalog, kRemoteFile)) {
+    if (db::worksLocally() && !takeWhenFilePresent(db::kRemoteCatalog, kRemoteFile)) {
         return false;
     }
     if (DBTrainingMode != kNo &&
         !takeWhenFilePresent(kTrainingCatalog, gDataPath.DataPath + "\\Training.mdf")) {
         return false;
     }
-    if (!worksLocally() && DBTrainingMode == kNo && util::trim(DBName).empty()) {
+    if (!db::worksLocally() && DBTrainingMode == kNo && util::trim(DBName).empty()) {
         takeNameOfDataFile();
     }
     return !util::trim(DBName).empty();
@@ -89,8 +84,8 @@ void convertOldFiles(const std::string& folder) {
 void nameNewCatalog(const std::string& suffix) {
     if (DBTrainingMode != kNo) {
         DBName = kTrainingCatalog;
-    } else if (worksLocally()) {
-        DBName = kRemoteCatalog;
+    } else if (db::worksLocally()) {
+        DBName = db::kRemoteCatalog;
     } else if (util::trim(DBName).empty()) {
         DBName = std::string(kCatalogStem) + suffix;
     }

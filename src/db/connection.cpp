@@ -2,6 +2,7 @@
 
 #include "config/clsDataPath.h"
 #include "config/clsINI_Services.h"
+#include "config/nuvDataPath_Ops.h"
 #include "core/brvDBSM_Interface.h"
 #include "core/brv_op.h"
 #include "core/sm_Shell.h"
@@ -54,21 +55,27 @@ bool isBlank(const std::string& text) {
     return util::trim(text).empty();
 }
 
-bool worksLocally() {
-    return DBLocalMode != kNo || DBRemoteMode != kNo;
-}
-
 /// Lets the operator configure the connection, and reads the server's name anew.
 void configure() {
     gpProgram_Run(platform::files().programFolder(), kConfigurationProgram, {});
     DBServerName = setting("Server");
 }
 
+/// Name of the start-up trace; the file is made when it is missing.
+std::string readyTrace() {
+    platform::FilePort& files = platform::files();
+    std::string file = files.traceFolder() + "\\52.txt";
+    if (!files.fileExists(file)) {
+        files.truncate(file, true);
+    }
+    return file;
+}
+
 std::string chosenCatalog() {
     if (DBTrainingMode != kNo) {
         return setting("TrainingDB");
     }
-    return worksLocally() ? "NUVRemote" : setting("DBName");
+    return db::worksLocally() ? db::kRemoteCatalog : setting("DBName");
 }
 
 void keepLocalServer() {
@@ -77,7 +84,7 @@ void keepLocalServer() {
 }
 
 void readSettings() {
-    db::traceStart("");
+    platform::ignoringErrors([] { readyTrace(); });
     DBServerName = setting("Server");
     if (isBlank(DBServerName)) {
         configure();
@@ -89,8 +96,8 @@ void readSettings() {
     DBPassword = util::trim(setting("Password"));
     DBUserName = setting("UserName", kDefaultLogin);
     db::traceStart(DBName);
-    if (worksLocally()) {
-        DBServerName = platform::processes().computerName() + kOwnInstance;
+    if (db::worksLocally()) {
+        DBServerName = gfsComputer_name() + kOwnInstance;
         db::traceStart(DBServerName);
         keepLocalServer();
     }
@@ -104,7 +111,7 @@ void followServerClock() {
     }
     const std::string host = DBServerName.substr(0, end);
     db::traceStart("Server Name = " + host);
-    if (!util::sameName(host, platform::processes().computerName())) {
+    if (!util::sameName(host, gfsComputer_name())) {
         // A system that cannot set its clock this way keeps its own time.
         platform::ignoringErrors([&] {
             platform::processes().runHidden("NET time \\\\" + host + " /set /Y");
@@ -128,7 +135,7 @@ void connectServer() {
     const int status = DBServerSession->status();
     db::traceStart("Server Status = " + std::to_string(status));
     if (status == kServerRuns) {
-        if (worksLocally()) {
+        if (db::worksLocally()) {
             keepLocalServer();
         }
         followServerClock();
@@ -167,6 +174,10 @@ bool isConnectionOpen() {
 
 namespace db {
 
+bool worksLocally() {
+    return DBLocalMode != kNo || DBRemoteMode != kNo;
+}
+
 platform::DataConnection& connection() {
     if (!DBConnection) {
         throw platform::PlatformError(kNoObject, util::BasicError::of(kNoObject).what());
@@ -185,14 +196,7 @@ bool ensureConnected() {
 
 void traceStart(std::string_view line) {
     platform::ignoringErrors([&] {
-        platform::FilePort& files = platform::files();
-        const std::string file = files.traceFolder() + "\\52.txt";
-        if (!files.fileExists(file)) {
-            files.truncate(file, true);
-        }
-        if (!line.empty()) {
-            files.append(file, std::string(line) + "\r\n");
-        }
+        platform::files().append(readyTrace(), std::string(line) + "\r\n");
     });
 }
 

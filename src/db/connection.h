@@ -37,8 +37,10 @@ extern std::unique_ptr<platform::ManagementSession> DBServerSession;
 extern std::unique_ptr<platform::DataConnection> DBConnection;
 
 /// Prepares the engine, connects the management session and makes sure of the catalog. Ends the
-/// program (with its boxes) when there is no server or no catalog. @param message  text of a
-/// failure.
+/// program when the settings name no server (in silence) or the catalog is missing (with a box); a
+/// server that does not answer is told in a box, and the program goes on.
+/// @param message  text of a failure.
+/// @return kYes.
 LegacyBool gfbDB_Connect(std::string& message);
 /// Reads the settings ("NUV Settings", "DATABASE"), runs the configuration program when they name
 /// no server, and connects the management session. A failure is told in a box titled "NUV MSDE".
@@ -61,6 +63,11 @@ namespace db {
 /// Application and section of the database settings.
 inline constexpr char kSettingsApplication[] = "NUV Settings";
 inline constexpr char kSettingsSection[] = "DATABASE";
+/// Catalog of a station that works on a database of its own, or on the remote copy.
+inline constexpr char kRemoteCatalog[] = "NUVRemote";
+
+/// True for such a station.
+bool worksLocally();
 
 /// Opens the data connection when it is not open; `DBConnected` follows its state.
 /// @return whether it is open now. Nothing is shown.

@@ -148,7 +148,7 @@ void movePriceFactor(const std::string& name) {
 
 /// Widens `ItemID` of a table that was made with 15 characters; its indexes stand in the way.
 void widenItemID(const std::string& name) {
-    if (textFrom(gfvDB_GetField(tableInventory, kItemIDOrdinal)).size() != kOldItemIDWidth) {
+    if (statementText(gfvDB_GetField(tableInventory, kItemIDOrdinal)).size() != kOldItemIDWidth) {
         return;
     }
     for (std::size_t index = 0; index < std::size(kInventoryIndexes); ++index) {

@@ -92,7 +92,7 @@ void upgrade() {
     if (!addQuestionColumns(name)) {
         return;
     }
-    gfiDB_ExecuteSQL("UPDATE " + name + " SET resetq1= 0 ,resetq2= 0,resetq3= 0  ");
+    gfiDB_ExecuteSQL("UPDATE " + name + " SET resetQ1= 0 ,resetQ2= 0,resetQ3= 0  ");
     if (gfiDB_RecordCount(tableSalesCode, name) > 0) {
         gfiDB_ExecuteSQL("UPDATE " + name + " SET QA1= ' ' ,QA2= ' ',QA3= ' '  ");
     }

@@ -1,6 +1,5 @@
 #include "db/record_fields.h"
 
-#include "db/NuvDBSM_MSDE.h"
 #include "util/conversions.h"
 
 #include <type_traits>
@@ -40,18 +39,6 @@ bool isMoment(const util::Value& value) {
     return std::holds_alternative<util::DateTime>(value);
 }
 
-/// A number below 100 with two digits.
-std::string twoDigits(std::int32_t number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
-
-std::string momentText(util::DateTime moment) {
-    constexpr std::int32_t kMinute = 60;
-    const std::int32_t minutes = moment.seconds / kMinute;
-    return util::format(moment, "yyyymmdd") + " " + twoDigits(minutes / kMinute) + ":" +
-           twoDigits(minutes % kMinute) + ":" + twoDigits(moment.seconds % kMinute);
-}
-
 }  // namespace
 
 std::string statementText(const util::Value& value) {
@@ -63,17 +50,13 @@ std::string statementText(const util::Value& value) {
             } else if constexpr (std::is_same_v<Kind, std::string>) {
                 return held;
             } else if constexpr (std::is_same_v<Kind, util::DateTime>) {
-                return momentText(held);
+                return util::format(held, "yyyymmdd hh:mm:ss");
             } else {
                 return util::textOf(held);
             }
         },
         value
     );
-}
-
-std::string textFrom(const util::Value& value) {
-    return statementText(value);
 }
 
 std::int64_t wholeFrom(const util::Value& value) {
@@ -98,7 +81,7 @@ util::Money moneyFrom(const util::Value& value) {
         return *money;
     }
     if (const auto* whole = std::get_if<std::int64_t>(&value)) {
-        return util::Money::fromDecimal(util::textOf(*whole));
+        return util::Money::fromWhole(*whole);
     }
     if (const auto* text = std::get_if<std::string>(&value)) {
         return util::isNumeric(*text) ? util::toCurrency(*text) : util::Money();
@@ -118,7 +101,7 @@ std::optional<util::DateTime> momentFrom(const util::Value& value) {
 
 bool readsAlike(const util::Value& present, const util::Value& wanted) {
     if (isText(present) || isText(wanted)) {
-        return util::rtrim(textFrom(present)) == util::rtrim(textFrom(wanted));
+        return util::rtrim(statementText(present)) == util::rtrim(statementText(wanted));
     }
     if (isMoment(present) || isMoment(wanted)) {
         return momentFrom(present) == momentFrom(wanted);
@@ -128,6 +111,11 @@ bool readsAlike(const util::Value& present, const util::Value& wanted) {
     }
     if (std::holds_alternative<double>(present) || std::holds_alternative<double>(wanted)) {
         return numberFrom(present) == numberFrom(wanted);
+    }
+    const auto* whole = std::get_if<std::int64_t>(&present);
+    const auto* wantedWhole = std::get_if<std::int64_t>(&wanted);
+    if (whole != nullptr && wantedWhole != nullptr) {
+        return *whole == *wantedWhole;  // a BIGINT can be greater than any amount
     }
     return moneyFrom(present) == moneyFrom(wanted);
 }

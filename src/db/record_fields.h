@@ -14,9 +14,11 @@
 /// blanks, 0 or no date.
 namespace db {
 
-/// The value as text, whole number (half to even), single, money or moment.
+/// A value as text, as it stands between the quotes of a statement too: text as it is, numbers in
+/// decimal, a moment as "yyyymmdd hh:mm:ss", no value as an empty text.
+std::string statementText(const util::Value& value);
+/// The value as whole number (half to even), single, money or moment.
 /// @throws util::BasicError 6 when a number does not fit.
-std::string textFrom(const util::Value& value);
 std::int64_t wholeFrom(const util::Value& value);
 std::int16_t smallFrom(const util::Value& value);
 std::int32_t longFrom(const util::Value& value);
@@ -30,7 +32,7 @@ bool readsAlike(const util::Value& present, const util::Value& wanted);
 
 template <std::size_t Width>
 void store(util::FixedText<Width>& field, const util::Value& value) {
-    field = textFrom(value);
+    field = statementText(value);
 }
 inline void store(std::int16_t& field, const util::Value& value) {
     field = smallFrom(value);

@@ -111,7 +111,10 @@ indexStatements(std::int16_t table, std::span<const std::string_view> indexes) {
 }
 
 bool makeIfMissing(std::int16_t table) {
-    if (gfbDB_TableExists(DBTableDescriptors[table]) != kNo) {
+    const TableDescriptor& descriptor = DBTableDescriptors[table];
+    // A management session that is away knows no table: what the data connection can read is not
+    // new, and gets no first rows.
+    if (gfbDB_TableExists(descriptor) != kNo || !columnNames(descriptor.TableName).empty()) {
         return false;
     }
     gfbDB_CreateTable(table);

@@ -79,7 +79,7 @@ void describe(std::int16_t table, const TableTitles& titles, const std::string& 
 /// Index statements of `indexes` with the descriptor's SQL name in the place of "<table>".
 std::vector<std::string>
 indexStatements(std::int16_t table, std::span<const std::string_view> indexes);
-/// Makes the table when the catalog has none of its name. @return true when it was made now.
+/// Makes the table when the catalog has none of its name. @return true when it had none.
 bool makeIfMissing(std::int16_t table);
 /// A text that is safe between single quotes.
 std::string cleanText(const std::string& text, Quotes quotes);

@@ -7,6 +7,7 @@
 #include "export/export_run.h"
 #include "export/purchase_order_post.h"
 #include "export/record_walk.h"
+#include "platform/ports/platform.h"
 #include "ui/form.h"
 #include "util/conversions.h"
 
@@ -112,7 +113,8 @@ exporting::WalkEnd walkReceipts(
         first,
         next,
         [&] { receipts.visit(); },
-        [] {},  // the order shows itself when it begins
+        // The order shows itself when it begins; Stop gets in at each receipt.
+        [] { platform::desktop().pendingEvents(); },
         kCancelled,
     };
     const exporting::WalkEnd end = exporting::walkRecords(walk);

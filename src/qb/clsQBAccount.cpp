@@ -2,8 +2,10 @@
 
 #include "qb/request_cycle.h"
 #include "qb/smQB_Utilities.h"
-#include "qb/wire_values.h"
 #include "util/conversions.h"
+
+#include <algorithm>
+#include <iterator>
 
 std::vector<clsQBAccount> gaQBAccounts;
 
@@ -25,6 +27,33 @@ constexpr qb::Take<clsQBAccount> kAccountRet[] = {
     {"Sublevel", &clsQBAccount::Sublevel},
     {"TotalBalance", &clsQBAccount::TotalBalance},
 };
+
+/// Words of the wire at the numbers that the session library gives them.
+constexpr std::string_view kAccountTypes[] = {
+    "AccountsPayable",
+    "AccountsReceivable",
+    "Bank",
+    "CostOfGoodsSold",
+    "CreditCard",
+    "Equity",
+    "Expense",
+    "FixedAsset",
+    "Income",
+    "LongTermLiability",
+    "OtherAsset",
+    "OtherCurrentAsset",
+    "OtherCurrentLiability",
+    "OtherExpense",
+    "OtherIncome",
+    "NonPosting",
+};
+
+/// Number in decimal of an account type's word; empty for none of them.
+std::string accountTypeNumber(std::string_view word) {
+    const auto* const found = std::find(std::begin(kAccountTypes), std::end(kAccountTypes), word);
+    return found == std::end(kAccountTypes) ? std::string()
+                                            : std::to_string(found - std::begin(kAccountTypes));
+}
 
 /// Reads the accounts of one answer.
 void populateFrom(const platform::IResponse& answer) {
@@ -58,7 +87,7 @@ void clsQBAccount::AccountKeyRet_get(const platform::QBElement& account) {
 
 void clsQBAccount::AccountInfoRet_get(const platform::QBElement& account) {
     qb::read(account, *this, kAccountRet, qb::Absent::empties);
-    AccountType = qb::wordNumber("AccountQuery", "AccountType", AccountType);
+    AccountType = accountTypeNumber(AccountType);
     RetType = account.name();
 }
 

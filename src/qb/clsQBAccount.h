@@ -13,7 +13,7 @@ class clsQBAccount {
 public:
     std::string AccountNumber;
     std::string
-        AccountType;   ///< number of the kind in decimal: 0 AccountsPayable ... 15 OtherIncome
+        AccountType;   ///< number of the kind in decimal: 0 AccountsPayable ... 15 NonPosting
     std::string Name;  ///< also the key of AccountSearchRq
     util::Money Balance;
     std::string Desc;

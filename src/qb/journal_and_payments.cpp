@@ -6,6 +6,7 @@
 #include "qb/request_cycle.h"
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
+#include "ui/form.h"
 #include "ui/status.h"
 #include "util/conversions.h"
 
@@ -16,7 +17,12 @@ using qb::request;
 using qb::send;
 using qb::When;
 
-constexpr char kProgressWindow[] = "frmSetup";
+constexpr char kSummaryWindow[] = "FrmSummaryExport";
+
+/// The window whose label tells how far a journal is: the one that runs the export.
+const char* progressWindow() {
+    return ui::findForm(kSummaryWindow) != nullptr ? kSummaryWindow : "frmSetup";
+}
 
 /// A tender type or a sales code on its way into a list.
 struct ListEntry {
@@ -34,6 +40,20 @@ constexpr auto kSalesRep = request(
     send("Initial", &ListEntry::initial),
     send("IsActive", &ListEntry::isActive),
     send("SalesRepEntityRef/FullName", &ListEntry::name)
+);
+
+/// What a journal entry has above its lines.
+struct JournalHeader {
+    std::string txnDate;
+    std::string refNumber;
+    std::string memo;
+};
+
+constexpr auto kJournal = request(
+    "JournalEntryAdd",
+    send("TxnDate", &JournalHeader::txnDate, When::always, qb::Form::date),
+    send("RefNumber", &JournalHeader::refNumber),
+    send("Memo", &JournalHeader::memo, When::trimmed)
 );
 
 std::string lineAmount(const QBJournalLine& line) {
@@ -104,7 +124,7 @@ bool addRecord(
 void appendJournalLines(platform::QBElement& body, const std::vector<QBJournalLine>& lines) {
     for (std::size_t index = 1; index < lines.size(); ++index) {
         const QBJournalLine& line = lines[index];
-        ui::showStatus(kProgressWindow, "Exporting Journal set type " + std::to_string(line.Side));
+        ui::showStatus(progressWindow(), "Exporting Journal set type " + std::to_string(line.Side));
         if (line.Side == kDebitSide || line.Side == kCreditSide) {
             const char* element =
                 line.Side == kDebitSide ? "JournalDebitLine" : "JournalCreditLine";
@@ -138,13 +158,9 @@ void gpJournalEntry_add(
 ) {
     constexpr char kLiteral[] = "gpJournalEntry_add ";
     posted(kLiteral, refNumber, [&] {
-        qb::sendRequest("JournalEntryAdd", [&](platform::QBElement& body) {
-            body.at("TxnDate").setText(qb::wireDate(qb::dateOf(txnDate)));
-            body.at("RefNumber").setText(util::rtrim(refNumber));
-            if (!util::trim(memo).empty()) {
-                body.at("Memo").setText(util::rtrim(memo));
-            }
-            ui::showStatus(kProgressWindow, "Journal COGS...memo set");
+        qb::sendRequest(kJournal.name, [&](platform::QBElement& body) {
+            qb::fill(body, JournalHeader{txnDate, refNumber, memo}, kJournal);
+            ui::showStatus(progressWindow(), "Journal COGS...memo set");
             appendJournalLines(body, lines);
         });
         qb::prefixStatus(kLiteral, refNumber);

@@ -5,7 +5,6 @@
 #include "util/basic_error.h"
 #include "util/qbxml_schema.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -86,12 +85,6 @@ std::string wireWord(std::string_view request, std::string_view field, std::stri
         throw util::BasicError::of(9);
     }
     return words[static_cast<std::size_t>(index)];
-}
-
-std::string wordNumber(std::string_view request, std::string_view field, std::string_view word) {
-    const auto& words = wordsOf(request, field);
-    const auto found = std::find(words.begin(), words.end(), word);
-    return found == words.end() ? std::string() : std::to_string(found - words.begin());
 }
 
 }  // namespace qb

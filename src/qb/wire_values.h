@@ -28,7 +28,5 @@ std::string wireBoolean(bool value);
 /// The word at `number` (decimal text, from 0) of an enumerated field of a request.
 /// @throws BasicError 13 when the text is no number, 9 when there is no such word.
 std::string wireWord(std::string_view request, std::string_view field, std::string_view number);
-/// Number in decimal of a word of an enumerated field; empty when the field has no such word.
-std::string wordNumber(std::string_view request, std::string_view field, std::string_view word);
 
 }  // namespace qb

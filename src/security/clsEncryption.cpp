@@ -252,6 +252,7 @@ clsEncryption::DecryptData(std::span<const std::uint8_t> data, std::span<const s
     gentables();
     gkey(4, 4, key);
     security::Bytes bytes(data.begin(), data.end());
+    const security::WipedAtEnd wipedBytes(bytes);
     for (std::size_t at = 0; at < bytes.size(); at += kDataBlock) {
         Decrypt(Block(bytes).subspan(at, kDataBlock));
     }
@@ -262,6 +263,5 @@ clsEncryption::DecryptData(std::span<const std::uint8_t> data, std::span<const s
     if (fits) {
         plain.assign(bytes.begin() + kLengthField, bytes.begin() + kLengthField + length);
     }
-    security::wipe(bytes);
     return plain;
 }

@@ -10,11 +10,13 @@
 
 namespace {
 
+using security::WipedAtEnd;
 using State = std::array<std::uint32_t, 8>;
 
 constexpr std::size_t kBlock = 64;
 constexpr std::size_t kLengthField = 8;
 constexpr std::size_t kRounds = 64;
+constexpr std::size_t kHashDigits = 64;
 
 /// The first 32 bits of the fractional parts of the square roots of the first eight primes.
 constexpr State kStart = {
@@ -80,8 +82,11 @@ std::array<std::uint32_t, kRounds> schedule(std::span<const std::uint8_t> block)
 }
 
 void addBlock(State& state, std::span<const std::uint8_t> block) {
-    const auto words = schedule(block);
-    auto [a, b, c, d, e, f, g, h] = state;
+    auto words = schedule(block);
+    const WipedAtEnd wipedWords(words);
+    State next = state;
+    const WipedAtEnd wipedNext(next);
+    auto& [a, b, c, d, e, f, g, h] = next;
     for (std::size_t round = 0; round < kRounds; ++round) {
         const std::uint32_t big1 = std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25);
         const std::uint32_t choice = (e & f) ^ (~e & g);
@@ -97,34 +102,33 @@ void addBlock(State& state, std::span<const std::uint8_t> block) {
         b = a;
         a = first + big0 + majority;
     }
-    const State added = {a, b, c, d, e, f, g, h};
     for (std::size_t at = 0; at < state.size(); ++at) {
-        state.at(at) += added.at(at);
+        state.at(at) += next.at(at);
     }
 }
 
-/// Eight hexadecimal digits in small letters.
-std::string digits(std::uint32_t word) {
+/// Appends eight hexadecimal digits in small letters.
+void appendDigits(std::string& text, std::uint32_t word) {
     constexpr std::string_view kDigits = "0123456789abcdef";
-    std::string text;
     for (int shift = 28; shift >= 0; shift -= 4) {
         text += kDigits[word >> shift & 0xF];
     }
-    return text;
 }
 
 }  // namespace
 
 std::string clsSHA256::SHA256(const std::string& message) {
     security::Bytes bytes = padded(message);
+    const WipedAtEnd wipedBytes(bytes);
     State state = kStart;
+    const WipedAtEnd wipedState(state);
     for (std::size_t at = 0; at < bytes.size(); at += kBlock) {
         addBlock(state, std::span(bytes).subspan(at, kBlock));
     }
-    security::wipe(bytes);
     std::string text;
+    text.reserve(kHashDigits);  // a growing text would leave its beginnings behind
     for (const std::uint32_t word : state) {
-        text += digits(word);
+        appendDigits(text, word);
     }
     return text;
 }

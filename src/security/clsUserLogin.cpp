@@ -42,8 +42,8 @@ void clsUserLogin::gfb_PwdStandardMet(const std::string& password, LegacyBool& r
         // Kept: signs count as letters, "!123456" is strong
         hasLetter = hasLetter || isBetween(code, 33, 47) || isBetween(code, 58, 126);
     }
-    const security::Secret trimmed(util::trim(password));
-    result = legacyBool(trimmed.text().size() >= kFewestCharacters && hasDigit && hasLetter);
+    const bool isLong = security::trimmed(password).size() >= kFewestCharacters;
+    result = legacyBool(isLong && hasDigit && hasLetter);
 }
 
 bool clsUserLogin::isWeak(const std::string& password) const {

@@ -73,7 +73,7 @@ bool clsUserLogin::changePassword(db::SalesCodeRecord kept) {
     for (;;) {
         const auto& window = security::passwordWindow();
         const Secret typed(window ? window(*this) : std::string());
-        const Secret plain(util::trim(typed.text()));
+        const Secret plain{std::string(security::trimmed(typed.text()))};
         if (plain.empty()) {
             core::showMessage(
                 "New password has not setup. you won't be able to login with expired password ",
@@ -92,7 +92,8 @@ bool clsUserLogin::changePassword(db::SalesCodeRecord kept) {
 }
 
 /// Stores the new password in the row that `kept` was read from. A row that has gone by now cannot
-/// be changed: that counts as a failed change.
+/// be changed: that counts as a failed change. An account that was closed while its owner typed
+/// stays closed. @throws platform::PlatformError when the store refuses the change.
 bool clsUserLogin::storePassword(db::SalesCodeRecord& kept, const std::string& plain) {
     if (util::aboveBlank(kept.Password.trimmed())) {
         shiftHistory(kept);
@@ -104,6 +105,7 @@ bool clsUserLogin::storePassword(db::SalesCodeRecord& kept, const std::string& p
         Login_Log(kChange, "Failed");
         return false;
     }
+    kept.Status = gSalesCode.Status;
     gSalesCode = kept;
     gfiDB_Operation(db::tableSalesCode, db::opUpdate, db::keySalesCodeSalesCode);
     Login_Log(kChange, "Sucessful");  // Kept: the word stands in the trails of all stores

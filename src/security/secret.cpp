@@ -1,37 +1,54 @@
 #include "security/secret.h"
 
-#include <algorithm>
-
 namespace security {
 
-void wipe(std::span<std::uint8_t> bytes) {
-    volatile std::uint8_t* const first = bytes.data();
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
+namespace {
+
+template <class Unit>
+void overwrite(Unit* units, std::size_t count) {
+    volatile Unit* const first = units;
+    for (std::size_t at = 0; at < count; ++at) {
         first[at] = 0;
     }
 }
 
+}  // namespace
+
+void wipe(std::span<std::uint8_t> bytes) {
+    overwrite(bytes.data(), bytes.size());
+}
+
+void wipe(std::span<std::uint32_t> words) {
+    overwrite(words.data(), words.size());
+}
+
 void wipe(std::string& text) {
     text.resize(text.capacity());  // what an earlier, longer content left behind goes too
-    volatile char* const first = text.data();
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        first[at] = '\0';
-    }
+    overwrite(text.data(), text.size());
     text.clear();
 }
 
-bool sameSecret(std::string_view left, std::string_view right) {
-    unsigned difference = left.size() == right.size() ? 0U : 1U;
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t at = 0; at < common; ++at) {
-        difference |= static_cast<unsigned>(static_cast<unsigned char>(left[at])) ^
-                      static_cast<unsigned>(static_cast<unsigned char>(right[at]));
+bool sameSecret(std::string_view secret, std::string_view typed) {
+    // Texts of different lengths differ; the walk is made all the same, over the typed one alone.
+    const bool sameSize = secret.size() == typed.size();
+    const std::string_view other = sameSize ? secret : typed;
+    unsigned difference = sameSize ? 0U : 1U;
+    for (std::size_t at = 0; at < typed.size(); ++at) {
+        difference |= static_cast<unsigned>(static_cast<unsigned char>(other[at])) ^
+                      static_cast<unsigned>(static_cast<unsigned char>(typed[at]));
     }
     return difference == 0;
 }
 
 Bytes bytesOf(std::string_view text) {
     return {text.begin(), text.end()};
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 // A moved short text would stay behind where it was, so it is copied and wiped.

@@ -10,9 +10,11 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 using security::Bytes;
 using security::Secret;
+using security::WipedAtEnd;
 
 namespace {
 
@@ -62,27 +64,37 @@ std::string digitsOf(const Bytes& bytes) {
     return text;
 }
 
-/// The keys of earlier programs, in the order in which they are tried.
-constexpr std::string (*kOlderKeys[])() = {
+/// Puts the plain text of a stored form into `plain`; empty when the key does not fit.
+void decrypt(const std::string& stored, const std::string& key, std::string& plain) {
+    plain.clear();
+    if (stored.empty() || key.empty()) {
+        return;
+    }
+    Bytes keyBytes = security::bytesOf(key);
+    const WipedAtEnd wipedKey(keyBytes);
+    clsEncryption cipher;
+    Bytes data = cipher.DecryptData(bytesOfDigits(util::trim(stored)), keyBytes);
+    const WipedAtEnd wipedData(data);
+    plain.resize(data.size());  // assigning bytes would go by way of another text
+    std::copy(data.begin(), data.end(), plain.begin());
+}
+
+/// The present key and those of earlier programs, in the order in which they are tried.
+constexpr std::string (*kKeys[])() = {
+    gfsUserKey,
     gfsUserKeyOld,
     [] { return gSalesCode.SalesCode.trimmed(); },
 };
+constexpr std::size_t kPresentKey = 0;
 
-/// The plain text under one of the older keys.
-std::string decryptOlder(const std::string& stored) {
-    for (const auto& olderKey : kOlderKeys) {
-        const Secret key(olderKey());
-        std::string plain = gfsPassword_Decrypt(stored, key.text());
-        if (!plain.empty()) {
-            return plain;
-        }
+/// Puts the plain text under the first key that fits into `plain`. @return that key's number.
+std::size_t decryptByAnyKey(const std::string& stored, std::string& plain) {
+    std::size_t number = 0;
+    for (; number < std::size(kKeys) && plain.empty(); ++number) {
+        const Secret key(kKeys[number]());
+        decrypt(stored, key.text(), plain);
     }
-    return {};
-}
-
-std::string decryptCurrent(const std::string& stored) {
-    const Secret key(gfsUserKey());
-    return gfsPassword_Decrypt(stored, key.text());
+    return number - 1;
 }
 
 /// Puts the present form of a password into the record and its row.
@@ -103,45 +115,44 @@ std::string gfsPassword_Encrypt(const std::string& plain, const std::string& key
     if (plain.empty() || key.empty()) {
         return {};
     }
-    const Secret trimmed(util::trim(plain));
-    Bytes data = security::bytesOf(trimmed.text());
+    Bytes data = security::bytesOf(security::trimmed(plain));
+    const WipedAtEnd wipedData(data);
     Bytes keyBytes = security::bytesOf(key);
+    const WipedAtEnd wipedKey(keyBytes);
     clsEncryption cipher;
-    std::string stored = digitsOf(cipher.EncryptData(data, keyBytes));
-    security::wipe(data);
-    security::wipe(keyBytes);
-    return stored;
+    return digitsOf(cipher.EncryptData(data, keyBytes));
 }
 
 std::string gfsPassword_Decrypt(const std::string& stored, const std::string& key) {
-    if (stored.empty() || key.empty()) {
-        return {};
-    }
-    Bytes keyBytes = security::bytesOf(key);
-    clsEncryption cipher;
-    Bytes data = cipher.DecryptData(bytesOfDigits(util::trim(stored)), keyBytes);
-    std::string plain(data.begin(), data.end());
-    security::wipe(data);
-    security::wipe(keyBytes);
+    std::string plain;
+    decrypt(stored, key, plain);
     return plain;
 }
 
 std::string gfsUserKeyOld() {
-    return gSalesCode.SalesCode.trimmed() + std::string(storeWord(gSalesCode.StoreNumber)) +
-           gSalesCode.ShortCut.trimmed();
+    const std::string_view code = security::trimmed(gSalesCode.SalesCode.view());
+    const std::string_view word = storeWord(gSalesCode.StoreNumber);
+    const std::string_view shortCut = security::trimmed(gSalesCode.ShortCut.view());
+    std::string joined;
+    joined.reserve(code.size() + word.size() + shortCut.size());
+    joined.append(code).append(word).append(shortCut);
+    return joined;
 }
 
 std::string gfsUserKey() {
     const Secret joined(gfsUserKeyOld());
-    return clsSHA256().SHA256(util::trim(joined.text()));
+    return clsSHA256::SHA256(joined.text());
 }
 
 std::string gfsPassword_Stored(const std::string& stored) {
-    std::string plain = decryptCurrent(stored);
-    if (plain.empty()) {
-        plain = decryptOlder(stored);
-        if (!plain.empty()) {
+    std::string plain;
+    const std::size_t key = decryptByAnyKey(stored, plain);
+    if (!plain.empty() && key != kPresentKey) {
+        try {
             storeAnew(plain);
+        } catch (...) {
+            security::wipe(plain);
+            throw;
         }
     }
     return plain;
@@ -150,8 +161,9 @@ std::string gfsPassword_Stored(const std::string& stored) {
 namespace security {
 
 std::string historyPassword(const std::string& stored) {
-    std::string plain = decryptCurrent(stored);
-    return plain.empty() ? decryptOlder(stored) : plain;
+    std::string plain;
+    decryptByAnyKey(stored, plain);
+    return plain;
 }
 
 bool isInHistory(const std::string& plain) {
@@ -162,7 +174,8 @@ bool isInHistory(const std::string& plain) {
           gSalesCode.Last3rdPwd,
           gSalesCode.Last4thPwd}) {
         const Secret earlier(historyPassword(entry.trimmed()));
-        found = found || (!earlier.empty() && sameSecret(earlier.text(), plain));
+        const bool isSame = sameSecret(earlier.text(), plain);
+        found = found || (isSame && !earlier.empty());
     }
     return found;
 }

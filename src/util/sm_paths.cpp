@@ -24,5 +24,5 @@ std::string gfsFile_extension_set(const std::string& fileName, const std::string
     if (fileName.find('.', stem) == std::string::npos) {
         return fileName + extension;
     }
-    return fileName.substr(stem) == extension ? fileName : fileName.substr(0, stem) + extension;
+    return fileName.substr(0, stem) + extension;
 }

@@ -57,6 +57,18 @@ bool isToday(const std::string& text) {
     return date && date->day == platform::systemClock().now().day;
 }
 
+bool confirmToday() {
+    const auto answer = platform::desktop().messageBox(
+        "WARNING:Posting data for today must be done after close of business.\r\n"
+        "Posting a partial day will result in inaccurate daily totals\r\n"
+        " Post data for Today?",
+        "Please Confirm Date",
+        platform::BoxButtons::yesNo,
+        platform::BoxIcon::information
+    );
+    return answer == platform::BoxAnswer::yes;
+}
+
 }  // namespace
 
 FrmQuickSetUP::FrmQuickSetUP() : Form("FrmQuickSetUP", "Setup For Summary Export", kControls) {}
@@ -78,7 +90,7 @@ bool FrmQuickSetUP::dispatch(std::string_view name, ui::Signal signal) {
         {"cmdAccept", Signal::click, &FrmQuickSetUP::onAccept},
         {"cmdExit", Signal::click, &FrmQuickSetUP::onExit},
         {"MyButton1", Signal::click, &FrmQuickSetUP::onExportVendors},
-        {"CmdViewLog", Signal::click, &FrmQuickSetUP::onViewLog},
+        {"CmdViewLog", Signal::click, &FrmQuickSetUP::perform<windows::viewLog>},
         {"cmdDeleteLog", Signal::click, &FrmQuickSetUP::onDeleteLog},
     };
     bool handled = true;
@@ -180,21 +192,8 @@ void FrmQuickSetUP::onPickAccount() {
         return;
     }
     const std::string picked = list.text;
-    setCell(kGrid, pickRow_, kAccountColumn, picked);
-    goNuvAcct.at(static_cast<std::size_t>(pickRow_ - 1)).QBAccount = picked;
+    windows::setRowAccount(*this, pickRow_, picked, picked);
     setVisible(kList, false);
-}
-
-bool FrmQuickSetUP::confirmToday() {
-    const auto answer = platform::desktop().messageBox(
-        "WARNING:Posting data for today must be done after close of business.\r\n"
-        "Posting a partial day will result in inaccurate daily totals\r\n"
-        " Post data for Today?",
-        "Please Confirm Date",
-        platform::BoxButtons::yesNo,
-        platform::BoxIcon::information
-    );
-    return answer == platform::BoxAnswer::yes;
 }
 
 void FrmQuickSetUP::onAccept() {
@@ -223,10 +222,6 @@ void FrmQuickSetUP::onExit() {
 void FrmQuickSetUP::onExportVendors() {
     gpVendors_export(name());
     windows::setLogButtons(*this);
-}
-
-void FrmQuickSetUP::onViewLog() {
-    windows::viewLog();
 }
 
 void FrmQuickSetUP::onDeleteLog() {

@@ -19,6 +19,12 @@ protected:
     bool dispatch(std::string_view name, ui::Signal signal) override;
 
 private:
+    /// A handler that needs nothing of the window.
+    template <void (*Run)()>
+    void perform() {
+        Run();
+    }
+
     void onLoad();
     void onUnload();
     void onPickDate();
@@ -28,13 +34,11 @@ private:
     void onAccept();
     void onExit();
     void onExportVendors();
-    void onViewLog();
     void onDeleteLog();
 
     void buildGrid();
     void connect();
     void choosePath();
-    bool confirmToday();
 
     windows::DateRange days_{*this};
     std::optional<std::int32_t> lastSale_;  ///< record number of the sale posted last

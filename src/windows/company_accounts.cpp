@@ -61,4 +61,16 @@ void fillAccountGrid(ui::Form& window) {
     window.notify(grid);
 }
 
+void setRowAccount(ui::Form& window, int row, const std::string& account, const std::string& kept) {
+    const std::string name = util::trim(goNuvAcct.at(static_cast<std::size_t>(row - 1)).AcctDesc);
+    int gridRow = 0;
+    for (NuvAccountRow& other : goNuvAcct) {
+        ++gridRow;
+        if (util::sameName(util::trim(other.AcctDesc), name)) {
+            window.setCell("fgrdList", gridRow, 1, account);
+            other.QBAccount = kept;
+        }
+    }
+}
+
 }  // namespace windows

@@ -15,5 +15,11 @@ void reconnectAccounts(ui::Form& window);
 void fillAccountList(ui::Form& window);
 /// Fills the grid `fgrdList` of the window with a header and the rows of `goNuvAcct`.
 void fillAccountGrid(ui::Form& window);
+/// Gives a row of the grid its account, and every other row of the same name with it: names are the
+/// keys of the settings, so that rows of one name have one account. Cells take the text as it is.
+/// @param row       row of the grid, from 1.
+/// @param account   text of the cells.
+/// @param kept      what `goNuvAcct` takes.
+void setRowAccount(ui::Form& window, int row, const std::string& account, const std::string& kept);
 
 }  // namespace windows

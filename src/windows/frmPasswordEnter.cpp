@@ -84,6 +84,8 @@ bool frmPasswordEnter::dispatch(std::string_view name, ui::Signal signal) {
 void frmPasswordEnter::onLoad() {
     accepted_ = false;
     setTitle(titleFor(login_.Application));
+    control(kNewField).text.reserve(security::kTypedRoom);
+    control(kRepeatedField).text.reserve(security::kTypedRoom);
 }
 
 /// The close box gives up as Cancel does.
@@ -110,7 +112,7 @@ bool frmPasswordEnter::accepts() {
         setFocus(kRepeatedField);
         return refuse("Re-Enter Password not matched. Please do again.", "Password confirmmation");
     }
-    const security::Secret trimmed(util::trim(typed));
+    const security::Secret trimmed{std::string(security::trimmed(typed))};
     if (trimmed.text().size() > security::kLongestPassword) {
         return refuse("A password has at most 28 characters.", title());
     }

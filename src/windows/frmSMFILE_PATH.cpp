@@ -15,6 +15,7 @@ using ui::kNoIndex;
 
 constexpr char kFirstDrive[] = "C:";
 constexpr char kFirstFolder[] = "C:\\";
+constexpr char kRoot[] = "/";  ///< stands among the drives of a machine without drive letters
 constexpr int kOkButton = 0;
 
 constexpr ui::Control kControls[] = {
@@ -65,8 +66,37 @@ std::vector<std::string> folderChain(const std::string& folder) {
     return chain;
 }
 
+bool isFolder(const std::string& path) {
+    bool result = false;
+    platform::ignoringErrors([&] { result = platform::files().folderExists(path); });
+    return result;
+}
+
+/// Name of an entry of a folder, with the separator of the folder's own kind.
+std::string entryName(const std::string& folder, const std::string& entry) {
+    if (folder.ends_with('\\') || folder.ends_with('/')) {
+        return folder + entry;
+    }
+    const bool isPlain = folder.find('\\') == std::string::npos && folder.starts_with('/');
+    return folder + (isPlain ? "/" : "\\") + entry;
+}
+
+/// The folder, those around it and those in it.
+std::vector<std::string> folderList(const std::string& folder) {
+    std::vector<std::string> list = folderChain(folder);
+    platform::ignoringErrors([&] {
+        for (const std::string& name : platform::files().folders(folder)) {
+            list.push_back(entryName(folder, name));
+        }
+    });
+    return list;
+}
+
 std::vector<std::string> driveList(const std::string& current) {
     std::vector<std::string> drives = {kFirstDrive};
+    if (isFolder(kRoot) && !isFolder(kFirstFolder)) {
+        drives.emplace_back(kRoot);
+    }
     for (char letter = 'D'; letter <= 'Z'; ++letter) {
         bool isThere = false;
         platform::ignoringErrors([&] {
@@ -88,10 +118,11 @@ std::vector<std::string> filesIn(const std::string& folder, const std::string& m
     return files;
 }
 
-bool isFolder(const std::string& path) {
-    bool result = false;
-    platform::ignoringErrors([&] { result = platform::files().folderExists(path); });
-    return result;
+void showHelp() {
+    core::showMessage(
+        "A path names a folder, as C:\\KV, and may end in the name of a file in it.\r\n"
+        "Type it, or pick drive, folder and file from the lists."
+    );
 }
 
 }  // namespace
@@ -115,7 +146,7 @@ bool frmSMFILE_PATH::dispatch(std::string_view name, ui::Signal signal) {
         {"cmdOkCancel", Signal::click, &frmSMFILE_PATH::onOkCancel},
         {"cmdValidate", Signal::click, &frmSMFILE_PATH::onValidate},
         {"cmdClear", Signal::click, &frmSMFILE_PATH::onClear},
-        {"cmdHelp", Signal::click, &frmSMFILE_PATH::onHelp},
+        {"cmdHelp", Signal::click, &frmSMFILE_PATH::perform<showHelp>},
     };
     bool handled = true;
     qb::onLanguageError(
@@ -158,12 +189,7 @@ void frmSMFILE_PATH::takePath(const std::string& path) {
 }
 
 std::string frmSMFILE_PATH::fullName() const {
-    if (file_.empty()) {
-        return folder_;
-    }
-    const bool closed = folder_.back() == '\\' || folder_.back() == '/';
-    const bool plain = folder_.find('\\') == std::string::npos && folder_.front() == '/';
-    return folder_ + (closed ? "" : plain ? "/" : "\\") + file_;
+    return file_.empty() ? folder_ : entryName(folder_, file_);
 }
 
 void frmSMFILE_PATH::fillList(
@@ -177,8 +203,8 @@ void frmSMFILE_PATH::fillList(
 
 /// Brings all lists and the path to the folder and file at hand.
 void frmSMFILE_PATH::showFolder() {
-    fillList("drvBrowse", driveList(drive()), drive());
-    fillList("dirBrowse", folderChain(folder_), folder_);
+    fillList("drvBrowse", driveList(drive()), folder_.starts_with('/') ? kRoot : drive());
+    fillList("dirBrowse", folderList(folder_), folder_);
     fillList("fileBrowse", filesIn(folder_, mask_), file_);
     setText("TxtPath", fullName());
 }
@@ -191,11 +217,15 @@ void frmSMFILE_PATH::onLoad() {
 }
 
 void frmSMFILE_PATH::onDrive() {
-    takePath(text("drvBrowse") + "\\");
+    const std::string& picked = text("drvBrowse");
+    takePath(picked == kRoot ? picked : picked + "\\");
     showFolder();
 }
 
 void frmSMFILE_PATH::onFolder() {
+    if (text("dirBrowse").empty()) {
+        return;
+    }
     folder_ = folderName(text("dirBrowse"));
     file_.clear();
     showFolder();
@@ -244,13 +274,6 @@ void frmSMFILE_PATH::onValidate() {
 
 void frmSMFILE_PATH::onClear() {
     setText("TxtPath", kClearMarker);
-}
-
-void frmSMFILE_PATH::onHelp() {
-    core::showMessage(
-        "A path names a folder, as C:\\KV, and may end in the name of a file in it.\r\n"
-        "Type it, or pick drive, folder and file from the lists."
-    );
 }
 
 namespace windows {

@@ -6,7 +6,8 @@
 #include <string>
 
 /// The browser for files and folders: drive, folder and file lists that follow each other, and a
-/// field for a typed path. The caller sets path, mask, title and file type, shows the window modal,
+/// field for a typed path. The list of folders holds the folder at hand, those around it and those
+/// in it. The caller sets path, mask, title and file type, shows the window modal,
 /// and reads the answer.
 class frmSMFILE_PATH : public ui::Form {
 public:
@@ -35,6 +36,12 @@ protected:
     bool dispatch(std::string_view name, ui::Signal signal) override;
 
 private:
+    /// A handler that needs nothing of the window.
+    template <void (*Run)()>
+    void perform() {
+        Run();
+    }
+
     void onLoad();
     void onDrive();
     void onFolder();
@@ -45,7 +52,6 @@ private:
     void onOkCancel();
     void onValidate();
     void onClear();
-    void onHelp();
 
     void takePath(const std::string& path);
     void showFolder();

@@ -53,8 +53,31 @@ constexpr BlamedField kBlamedFields[] = {
     {"DATAPATH", "txtEdit"},
 };
 
+/// The folder that the operator chose, which need not be there yet; of a file, the folder around.
+std::string folderOf(const std::string& answer, const frmSMFILE_PATH& browser) {
+    if (answer == frmSMFILE_PATH::kClearMarker) {
+        return {};
+    }
+    return platform::files().fileExists(answer) ? browser.folder() : answer;
+}
+
 std::string orElse(const std::string& text, const std::string& otherwise) {
     return util::trim(text).empty() ? otherwise : text;
+}
+
+void explainTraining() {
+    core::showMessage(
+        "Checking this box does not set up a traning directory or change your data path \r\n"
+        "It is a manual switch that turns on or off the training flag on the main screen ",
+        "Caution"
+    );
+}
+
+void showHelp() {
+    core::showMessage(
+        "The data path is the folder that holds the files of the store, as C:\\KV.\r\n"
+        "Every station of the store has a number of its own."
+    );
 }
 
 }  // namespace
@@ -70,11 +93,11 @@ bool frmSM_DATAPATH2::dispatch(std::string_view name, ui::Signal signal) {
     static constexpr ui::Handler<frmSM_DATAPATH2> kHandlers[] = {
         {"frmSM_DATAPATH2", Signal::load, &frmSM_DATAPATH2::onLoad},
         {"frmSM_DATAPATH2", Signal::unload, &frmSM_DATAPATH2::onUnload},
-        {"ckTest", Signal::click, &frmSM_DATAPATH2::onTraining},
+        {"ckTest", Signal::click, &frmSM_DATAPATH2::perform<explainTraining>},
         {"cmdOkCancel", Signal::click, &frmSM_DATAPATH2::onOkCancel},
         {"cmdBrowsePath", Signal::click, &frmSM_DATAPATH2::onBrowseData},
         {"cmdBrowse", Signal::click, &frmSM_DATAPATH2::onBrowseStation},
-        {"cmdHelp", Signal::click, &frmSM_DATAPATH2::onHelp},
+        {"cmdHelp", Signal::click, &frmSM_DATAPATH2::perform<showHelp>},
     };
     bool handled = true;
     qb::onLanguageError(
@@ -105,14 +128,6 @@ void frmSM_DATAPATH2::onUnload() {
     if (!accepted_) {
         gDataPath.Cancelled = kYes;
     }
-}
-
-void frmSM_DATAPATH2::onTraining() {
-    core::showMessage(
-        "Checking this box does not set up a traning directory or change your data path \r\n"
-        "It is a manual switch that turns on or off the training flag on the main screen ",
-        "Caution"
-    );
 }
 
 void frmSM_DATAPATH2::onOkCancel() {
@@ -159,18 +174,10 @@ void frmSM_DATAPATH2::browse(int field) {
             browser.setPath(text("txtEdit", field));
             platform::desktop().showModal(browser);
             if (browser.answer()) {
-                const bool isCleared = *browser.answer() == frmSMFILE_PATH::kClearMarker;
-                setText("txtEdit", isCleared ? "" : browser.folder(), field);
+                setText("txtEdit", folderOf(*browser.answer(), browser), field);
             }
         },
         [](std::int32_t, const std::string&) { core::showMessage("Unexpected Error"); }
-    );
-}
-
-void frmSM_DATAPATH2::onHelp() {
-    core::showMessage(
-        "The data path is the folder that holds the files of the store, as C:\\KV.\r\n"
-        "Every station of the store has a number of its own."
     );
 }
 

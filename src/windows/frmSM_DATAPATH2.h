@@ -13,13 +13,17 @@ protected:
     bool dispatch(std::string_view name, ui::Signal signal) override;
 
 private:
+    /// A handler that needs nothing of the window.
+    template <void (*Run)()>
+    void perform() {
+        Run();
+    }
+
     void onLoad();
     void onUnload();
-    void onTraining();
     void onOkCancel();
     void onBrowseData();
     void onBrowseStation();
-    void onHelp();
 
     void browse(int field);
     void accept();

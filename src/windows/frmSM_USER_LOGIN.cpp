@@ -91,6 +91,7 @@ void frmSM_USER_LOGIN::onLoad() {
     setTitle("Login: " + login_.Application);
     setCaption(kUserField, login_.CaptionUserID);
     setCaption(kPasswordField, login_.CaptionPassword);
+    control(kPasswordField).text.reserve(security::kTypedRoom);
     setFocus(kUserField);
     if (lastUser_ == LastUser::shown) {
         const std::string userID = platform::settings().get(
@@ -115,7 +116,7 @@ void frmSM_USER_LOGIN::onOkCancel() {
         return;
     }
     login_.UserID = util::trim(text(kUserField));
-    security::wipe(login_.Password);
+    const security::WipedAtEnd wipedPassword(login_.Password);
     login_.Password = text(kPasswordField);
     login_.Validate();
     if (login_.Valid() != kNo) {

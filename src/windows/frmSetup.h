@@ -28,12 +28,14 @@ public:
     LegacyBool mfbAccounts_Setup_writing();
     /// Fills `cboAcct` with the full names of the accounts, in the order of the company file.
     void mpCboQBAccount_populate();
-    /// Lays `cboAcct` over a field, or commits the pick when the list is open already.
+    /// Lays `cboAcct` over a field with the account that stands there, or commits the pick when the
+    /// list is open already.
     /// @param name   "fgrdList", "txtAR_SalesAccount" or "txtAccount".
     /// @param index  place in the control array.
     /// @param row    grid row; 0 for a field.
     void mpAccountPick_show(const std::string& name, int index, int row);
-    /// Puts the text of the open list where the pick was begun and hides the list.
+    /// Puts the text of the open list where the pick was begun, in the grid into all rows of that
+    /// name, and hides the list.
     void mpAccountPick_commit();
     /// Ends the session, opens the company file `gsQBFilePath` and fills the account list anew.
     void mpQBFile_reconnect();
@@ -68,6 +70,7 @@ private:
     void fillFields();
     void showSalesMarks();
     void hidePickList();
+    [[nodiscard]] std::string accountAt(const std::string& name, int index, int row);
     void onGridClick();
     void onSalesAccount();
     void onAccount();
@@ -92,13 +95,14 @@ private:
     void onCmdexport();
     void onCmdManual();
     void onCmdInitialized();
-    void beginRun(const char* button);
-    void endRun(const char* button);
+    void beginRun();
+    void endRun();
     void runAutomatic(const windows::ExportEngine& engine);
     bool takeManualSale();
 
     bool activated_ = false;
     windows::NewRecords newRecords_;
+    bool importDone_ = false;  ///< `CmdInitialized` was used up when the run began
     std::string pickControl_;  ///< control that the open list belongs to
     int pickIndex_ = ui::kNoIndex;
     int pickRow_ = 0;

@@ -1,6 +1,7 @@
 #include "windows/new_records.h"
 
 #include "core/brvDBSM_Interface.h"
+#include "core/brv_op.h"
 #include "core/link_setup.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Inventory.h"
@@ -62,10 +63,14 @@ bool findRows(const Kind& kind) {
     return kind.number() > *kind.mark;
 }
 
-/// Sends the rows in hand. @return the highest record number, which is that of the first row.
+/// Sends the rows in hand. @return the highest record number, which is that of the first row; the
+/// mark as it stands when the operator stopped, because older rows were not sent then.
 std::int32_t sendRows(const Kind& kind) {
     std::int32_t highest = *kind.mark;
     while (!db::atEnd(kind.table)) {
+        if (gbStopRequested != kNo) {
+            return *kind.mark;
+        }
         db_pRecord_fromRow(kind.table);
         highest = std::max(highest, kind.number());
         exporting::showStatus(kind.label());
@@ -75,11 +80,23 @@ std::int32_t sendRows(const Kind& kind) {
     return highest;
 }
 
+/// Writes the marks that fit, when the file opens.
+void storeMarks(const bool* fits) {
+    if (!core::openLinkSetup()) {
+        return;
+    }
+    for (const Kind& kind : kKindRows) {
+        if (*fits++) {
+            core::storeMark(kind.key, util::textOf(static_cast<std::int64_t>(*kind.mark)));
+        }
+    }
+}
+
 }  // namespace
 
 void NewRecords::find() {
     static_assert(std::size(kKindRows) == kKinds);
-    for (int row = 0; row < kKinds; ++row) {
+    for (int row = kKinds - 1; row >= 0; --row) {
         found_[row] = findRows(kKindRows[row]);
     }
 }
@@ -97,15 +114,12 @@ bool NewRecords::post() {
             fits[row] = exporting::setRecordMark(kind.key, *kind.mark, sendRows(kind));
         }
     }
-    if (core::openLinkSetup()) {
-        for (int row = 0; row < kKinds; ++row) {
-            const Kind& kind = kKindRows[row];
-            if (fits[row]) {
-                core::storeMark(kind.key, util::textOf(static_cast<std::int64_t>(*kind.mark)));
-            }
-        }
+    storeMarks(fits);
+    const bool isStopped = any && gbStopRequested != kNo;
+    if (isStopped) {
+        exporting::showStatus("Exporting Sales Cancelled");
     }
-    return true;
+    return !isStopped;
 }
 
 }  // namespace windows

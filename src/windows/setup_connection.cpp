@@ -10,6 +10,8 @@
 #include "windows/frmSMFILE_PATH.h"
 #include "windows/frmSetup.h"
 
+#include <algorithm>
+
 /// The company file: finding it, opening it, reading its accounts.
 
 namespace {
@@ -26,7 +28,7 @@ std::string startFolder(const std::string& file) {
     if (!util::aboveBlank(file) || slash == std::string::npos) {
         return "C:\\";
     }
-    return file.substr(0, slash);
+    return file.substr(0, std::max<std::size_t>(slash, 1));  // the root has no name but its slash
 }
 
 }  // namespace

@@ -23,6 +23,8 @@ using windows::ExportIndex;
 constexpr char kBoxes[] = "chkExport";
 constexpr int kSaveButton = 0;
 constexpr int kSummarySelection = 1;
+constexpr const char* kExportButtons[] = {"Cmdexport", "CmdManual"};
+constexpr char kImportButton[] = "CmdInitialized";
 
 /// Boxes that a daily export excludes.
 constexpr ExportIndex kListExports[] = {
@@ -96,17 +98,24 @@ void frmSetup::manualBoxClicked(ExportIndex index) {
     }
 }
 
-/// Takes the button away while its run lasts: pending events are served, and a second click must
-/// not get in.
-void frmSetup::beginRun(const char* button) {
-    setEnabled(button, false);
+/// Takes the buttons that start something away while a run lasts: pending events are served, and a
+/// second start must not get in.
+void frmSetup::beginRun() {
+    importDone_ = !control(kImportButton).enabled;
+    setEnabled(kImportButton, false);
+    for (const char* button : kExportButtons) {
+        setEnabled(button, false);
+    }
     gbStopRequested = kNo;
     setEnabled("cmdStop", true);
 }
 
-void frmSetup::endRun(const char* button) {
+void frmSetup::endRun() {
     setEnabled("cmdStop", false);
-    setEnabled(button, true);
+    for (const char* button : kExportButtons) {
+        setEnabled(button, true);
+    }
+    setEnabled(kImportButton, !importDone_);
     gbExportInProgress = kNo;
     windows::setLogButtons(*this);
 }
@@ -129,8 +138,8 @@ void frmSetup::runAutomatic(const ExportEngine& engine) {
 void frmSetup::onCmdexport() {
     bool any = false;
     {
-        beginRun("Cmdexport");
-        const windows::AtExit end([this] { endRun("Cmdexport"); });
+        beginRun();
+        const windows::AtExit end([this] { endRun(); });
         // Kept: never enabled again. The older marks in the fields must not overwrite those that
         // the export writes.
         setEnabled("cmdAcceptCancel", false, kSaveButton);
@@ -168,11 +177,11 @@ bool frmSetup::takeManualSale() {
 void frmSetup::onCmdManual() {
     bool any = false;
     {
-        beginRun("CmdManual");
+        beginRun();
         const windows::AtExit end([this, invoice = gsLastInvoice, date = gsLastInvoiceDate] {
             gsLastInvoice = invoice;  // the marks of the automatic export
             gsLastInvoiceDate = date;
-            endRun("CmdManual");
+            endRun();
         });
         if (isOn("chkManual") && !takeManualSale()) {
             return;
@@ -190,12 +199,13 @@ void frmSetup::onCmdManual() {
 }
 
 void frmSetup::onCmdInitialized() {
-    setEnabled("CmdInitialized", false);
+    setEnabled(kImportButton, false);
     ui::showStatus(name(), "Setup and import QB variable...Please Wait");
     {
         const auto enableExports = [this](bool enabled) {
-            setEnabled("Cmdexport", enabled);
-            setEnabled("CmdManual", enabled);
+            for (const char* button : kExportButtons) {
+                setEnabled(button, enabled);
+            }
         };
         enableExports(false);
         const windows::AtExit enable([&] { enableExports(true); });

@@ -50,8 +50,15 @@ void frmSetup::mpAccountPick_show(const std::string& name, int index, int row) {
     pickControl_ = name;
     pickIndex_ = index;
     pickRow_ = row;
+    setText(kList, accountAt(name, index, row));  // leaving the list without a pick changes nothing
     setVisible(kList, true);
     setFocus(kList);
+}
+
+/// What stands where a pick begins.
+std::string frmSetup::accountAt(const std::string& name, int index, int row) {
+    return name == kGrid ? control(kGrid).rows.at(static_cast<std::size_t>(row)).at(kAccountColumn)
+                         : text(name, index);
 }
 
 void frmSetup::mpAccountPick_commit() {
@@ -61,8 +68,7 @@ void frmSetup::mpAccountPick_commit() {
     }
     const std::string picked = list.text;
     if (pickControl_ == kGrid) {
-        setCell(kGrid, pickRow_, kAccountColumn, picked);
-        goNuvAcct.at(static_cast<std::size_t>(pickRow_ - 1)).QBAccount = util::trim(picked);
+        windows::setRowAccount(*this, pickRow_, picked, util::trim(picked));
     } else if (pickControl_ == kSalesAccount) {
         setText(kSalesAccount, util::trim(picked), pickIndex_);
         gaNuvTax.at(static_cast<std::size_t>(pickIndex_)).salesAccount = util::trim(picked);

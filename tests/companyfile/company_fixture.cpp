@@ -1,5 +1,6 @@
 #include "companyfile/company_fixture.h"
 
+#include <fstream>
 #include <pugixml.hpp>
 #include <sstream>
 
@@ -44,10 +45,41 @@ pugi::xml_node answers(pugi::xml_document& xml, const std::string& answer) {
 
 }  // namespace
 
+std::vector<Case> casesOf(const std::string& name) {
+    std::ifstream text(BREVANE_TEST_DATA "/companyfile/" + name);
+    std::vector<Case> cases;
+    std::string* value = nullptr;
+    for (std::string line; std::getline(text, line);) {
+        const std::size_t equals = line.find(" = ");
+        if (line.starts_with('[')) {
+            cases.push_back({{"given", line.substr(1, line.size() - 2)}});
+        } else if (line.starts_with("    ")) {
+            *value += line.substr(4);
+        } else if (!line.starts_with('#') && equals != std::string::npos) {
+            value = &cases.back()[line.substr(0, equals)];
+            *value = line.substr(equals + 3);
+        }
+    }
+    EXPECT_FALSE(cases.empty()) << name;
+    return cases;
+}
+
 std::string
 documentOf(const std::string& requests, const std::string& version, const std::string& attributes) {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<?qbxml version=\"" + version +
            "\"?>\n<QBXML><QBXMLMsgsRq " + attributes + ">" + requests + "</QBXMLMsgsRq></QBXML>";
+}
+
+std::string ref(const std::string& field, const std::string& name) {
+    return "<" + field + "><FullName>" + name + "</FullName></" + field + ">";
+}
+
+std::string line(const std::string& kind, const std::string& item, const std::string& rest) {
+    return "<" + kind + "LineAdd>" + ref("ItemRef", item) + rest + "</" + kind + "LineAdd>";
+}
+
+std::string deletion(const std::string& type, const std::string& txnId) {
+    return "<TxnDelType>" + type + "</TxnDelType><TxnID>" + txnId + "</TxnID>";
 }
 
 Reply replyIn(const std::string& answer, std::size_t index) {

@@ -1,5 +1,11 @@
 #include "companyfile/company_fixture.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+
 namespace companyfile {
 
 namespace {
@@ -7,62 +13,22 @@ namespace {
 constexpr char kCustomer[] =
     "<CustomerAddRq><CustomerAdd><Name>New</Name></CustomerAdd></CustomerAddRq>";
 
+std::string nested(int levels) {
+    std::string elements;
+    for (int level = 0; level < levels; ++level) {
+        elements += "<a>";
+    }
+    for (int level = 0; level < levels; ++level) {
+        elements += "</a>";
+    }
+    return elements;
+}
+
 class Documents : public CompanyTest {};
 
-struct RefusedDocument {
-    const char* given;
-    std::string document;
-    std::int32_t number;
-};
-
 TEST_F(Documents, thatAreNotUnderstoodFailAsAWholeAndChangeNothing) {
-    const std::string host = "<HostQueryRq/>";
-    const auto customer = [](const std::string& fields) {
-        return documentOf(
-            kCustomer + ("<CustomerAddRq><CustomerAdd>" + fields) + "</CustomerAdd></CustomerAddRq>"
-        );
-    };
-    const RefusedDocument cases[] = {
-        {"no XML", "hello", hresult::kUnparsable},
-        {"without the instruction",
-         "<QBXML><QBXMLMsgsRq onError=\"stopOnError\"/></QBXML>",
-         hresult::kUnparsable},
-        {"an unknown version", documentOf(host, "99.0"), hresult::kUnknownVersion},
-        {"without onError", documentOf(host, "6.0", ""), hresult::kUnparsable},
-        {"rollback", documentOf(host, "6.0", "onError=\"rollbackOnError\""), hresult::kNoRollback},
-        {"no request", documentOf(""), hresult::kUnparsable},
-        {"an unknown request", documentOf("<PlumberAddRq/>"), hresult::kUnparsable},
-        {"a byte above 127", customer("<Name>Caf\xC3\xA9</Name>"), hresult::kUnparsable},
-        {"a control character", customer("<Name>a&#1;b</Name>"), hresult::kUnparsable},
-        {"a bare ampersand", customer("<Name>a & b</Name>"), hresult::kUnparsable},
-        {"elements out of order",
-         customer("<FirstName>A</FirstName><Name>B</Name>"),
-         hresult::kUnparsable},
-        {"an unknown element",
-         customer("<Name>B</Name><Colour>red</Colour>"),
-         hresult::kUnparsable},
-        {"a required element that is missing",
-         customer("<FirstName>A</FirstName>"),
-         hresult::kUnparsable},
-        {"the same element twice", customer("<Name>A</Name><Name>B</Name>"), hresult::kUnparsable},
-        {"a field younger than the version",
-         documentOf(
-             "<SalesReceiptAddRq><SalesReceiptAdd><Other>x</Other><SalesReceiptLineAdd/>"
-             "</SalesReceiptAdd></SalesReceiptAddRq>",
-             "5.0"
-         ),
-         hresult::kUnparsable},
-        {"a journal without lines",
-         documentOf("<JournalEntryAddRq><JournalEntryAdd/></JournalEntryAddRq>"),
-         hresult::kUnparsable},
-        {"two ways of asking",
-         documentOf("<CustomerQueryRq><ListID>1-1</ListID><FullName>A</FullName>"
-                    "</CustomerQueryRq>"),
-         hresult::kUnparsable},
-    };
     const std::string before = file_.dump();
-    for (const auto& [given, document, number] : cases) {
-        SCOPED_TRACE(given);
+    const auto expectFailure = [&](const std::string& document, std::int32_t number) {
         try {
             file_.exchange(document);
             ADD_FAILURE() << "was accepted";
@@ -70,6 +36,31 @@ TEST_F(Documents, thatAreNotUnderstoodFailAsAWholeAndChangeNothing) {
             EXPECT_EQ(error.hresult, number);
             EXPECT_FALSE(error.text.empty());
         }
+    };
+    const auto customer = [](const std::string& fields) {
+        return kCustomer + ("<CustomerAddRq><CustomerAdd>" + fields) +
+               "</CustomerAdd></CustomerAddRq>";
+    };
+    for (Case& row : casesOf("refused_documents.txt")) {
+        SCOPED_TRACE(row["given"]);
+        const std::string& number = row["number"];
+        row.insert({{"version", "6.0"}, {"attributes", "onError=\"continueOnError\""}});
+        expectFailure(
+            documentOf(
+                row.contains("customer") ? customer(row["customer"]) : row["requests"],
+                row["version"],
+                row["attributes"]
+            ),
+            number.empty() ? hresult::kUnparsable : std::stoi(number)
+        );
+    }
+    for (const std::string& document :
+         {std::string("hello"),
+          std::string("<QBXML><QBXMLMsgsRq onError=\"stopOnError\"/></QBXML>"),
+          documentOf("<HostQueryRq/>", "6.0", ""),
+          documentOf(customer("<Name>B</Name>" + nested(100000)))}) {
+        SCOPED_TRACE(document.substr(0, 200));
+        expectFailure(document, hresult::kUnparsable);
     }
     EXPECT_EQ(file_.dump(), before);
 }
@@ -126,6 +117,57 @@ TEST_F(Documents, stopAtAnErrorOnlyWhenTold) {
     }
 }
 
+/// A document of the link with some of its values, or of its bytes, exchanged.
+std::string spoiled(std::string document, std::mt19937& random) {
+    constexpr const char* kBits[] = {
+        "",
+        "-0.01",
+        "9999999999999.99",
+        "1-1",
+        "ABC",
+        "A:B",
+        "<a>",
+        "</Name>",
+        "&#1;",
+        "]]>",
+        "\""};
+    for (auto times = random() % 4; times > 0; --times) {
+        const auto start = document.find('>', random() % document.size());
+        const auto end = document.find('<', start);
+        if (end != std::string::npos) {
+            document.replace(start + 1, end - start - 1, kBits[random() % std::size(kBits)]);
+        }
+    }
+    return random() % 8 == 0 ? document.substr(0, random() % document.size()) : document;
+}
+
+TEST_F(Documents, ofAnyKindGetAnAnswerOrAPlainFailure) {
+    std::vector<std::string> documents;
+    for (const auto& entry : std::filesystem::directory_iterator(BREVANE_TEST_DATA "/qb")) {
+        if (entry.path().extension() == ".xml") {
+            std::ostringstream text;
+            text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+            documents.push_back(text.str());
+        }
+    }
+    std::sort(documents.begin(), documents.end());
+    std::mt19937 random(1);
+    int answered = 0;
+    for (int number = 0; number < 1000; ++number) {
+        const std::string document = spoiled(documents.at(random() % documents.size()), random);
+        SCOPED_TRACE(document);
+        try {
+            EXPECT_GE(replyIn(file_.exchange(document)).code, 0);
+            ++answered;
+        } catch (const CallError& error) {
+            EXPECT_EQ(error.hresult, hresult::kUnparsable);
+        }
+    }
+    EXPECT_GT(answered, 300);
+    EXPECT_LT(answered, 900);
+    expectSound();
+}
+
 TEST_F(Documents, hostQueryReportsTheVersionsThatAreSet) {
     file_.setVersions({"1.0", "CA3.0", "6.0"});
     const Reply full = ask("HostQuery", "");
@@ -135,6 +177,8 @@ TEST_F(Documents, hostQueryReportsTheVersionsThatAreSet) {
     EXPECT_EQ(textsOf(old.body, "SupportedQBXMLVersion"), "1.0|CA3.0|6.0");
     EXPECT_EQ(textsOf(old.body, "QBFileMode"), "");
     EXPECT_THROW(file_.exchange(documentOf("<HostQueryRq/>", "7.0")), CallError);
+    const std::string longId = "<HostQueryRq requestID=\"" + std::string(51, 'x') + "\"/>";
+    EXPECT_EQ(replyIn(file_.exchange(documentOf(longId))).code, 1060);
 }
 
 }  // namespace

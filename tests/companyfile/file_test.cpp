@@ -1,10 +1,13 @@
 #include "companyfile/company_fixture.h"
 #include "support/expected_file.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 #include <sqlite3.h>
+#include <sys/resource.h>
 
 namespace companyfile {
 
@@ -22,12 +25,15 @@ protected:
         sqlite3_free(message);
         sqlite3_close(database);
     }
+    /// A copy of the file, with a harm done to it.
+    std::string harmed(const std::string& sql, int number) {
+        std::string path = (folder_.path() / ("harm" + std::to_string(number) + ".qbw")).string();
+        tamper("VACUUM INTO '" + path + "'");
+        tamper(sql, path);
+        return path;
+    }
     void sellOne() {
-        make(
-            "SalesReceiptAdd",
-            "<RefNumber>1</RefNumber><SalesReceiptLineAdd><ItemRef><FullName>1000001.1</FullName>"
-            "</ItemRef></SalesReceiptLineAdd>"
-        );
+        make("SalesReceiptAdd", "<RefNumber>1</RefNumber>" + line("SalesReceipt", "1000001.1", ""));
     }
     std::int32_t numberOf(const std::function<void()>& call) {
         try {
@@ -50,6 +56,15 @@ TEST_F(File, keepsEverythingWhenItIsOpenedAgain) {
     EXPECT_EQ(file_.transactions().back().txnNumber, 3);
 }
 
+TEST_F(File, isForNobodyElse) {
+    sellOne();
+    for (const char* suffix : {"", "-wal", "-shm"}) {
+        const auto rights = std::filesystem::status(path_ + suffix).permissions();
+        EXPECT_EQ(rights & std::filesystem::perms::others_all, std::filesystem::perms::none)
+            << suffix;
+    }
+}
+
 TEST_F(File, showsEachSessionWhatTheOthersHaveDone) {
     CompanyFile other = CompanyFile::open(path_);
     make("CustomerAdd", "<Name>Fresh</Name>");
@@ -64,6 +79,7 @@ struct OpenCase {
     const char* given;
     std::function<void(const std::string&)> prepare;
     std::int32_t number;
+    std::string suffix = {};
 };
 
 TEST_F(File, isRefusedWithAPlainReasonWhenItCannotBeUsed) {
@@ -83,6 +99,25 @@ TEST_F(File, isRefusedWithAPlainReasonWhenItCannotBeUsed) {
          hresult::kNotUsable},
         {"empty", write(""), hresult::kNotUsable},
         {"a text", write(std::string(5000, 'x')), hresult::kNotUsable},
+        {"a name that no file can have",
+         [](const std::string&) {},
+         hresult::kCannotOpen,
+         std::string(5000, 'x')},
+        {"a link to itself",
+         [](const std::string& path) { std::filesystem::create_symlink(path, path); },
+         hresult::kCannotOpen},
+        {"the first half of one",
+         [](const std::string& path) {
+             CompanyFile::create(path);
+             std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
+         },
+         hresult::kNotUsable},
+        {"with an entry that is its own parent",
+         copyWith("UPDATE entry SET parent = id WHERE name = 'Cash'"),
+         hresult::kNotUsable},
+        {"with a balance that is no amount",
+         copyWith("UPDATE entry SET balance = 9223372036854775807 WHERE name = 'Cash'"),
+         hresult::kNotUsable},
         {"a database of something else",
          copyWith("PRAGMA application_id = 7"),
          hresult::kNotUsable},
@@ -90,10 +125,10 @@ TEST_F(File, isRefusedWithAPlainReasonWhenItCannotBeUsed) {
         {"without a table", copyWith("DROP TABLE entry"), hresult::kNotUsable},
     };
     int number = 0;
-    for (const auto& [given, prepare, expected] : cases) {
+    for (const auto& [given, prepare, expected, suffix] : cases) {
         SCOPED_TRACE(given);
         const std::string path =
-            (folder_.path() / ("case" + std::to_string(++number) + ".qbw")).string();
+            (folder_.path() / ("case" + std::to_string(++number) + ".qbw" + suffix)).string();
         prepare(path);
         EXPECT_EQ(numberOf([&] { CompanyFile::open(path); }), expected);
     }
@@ -144,48 +179,111 @@ TEST_F(File, failsAtTheExchangeThatWasChosenAndOnlyThere) {
     expectSound();
 }
 
-struct Harm {
-    const char* sql;
-    const char* finding;
-};
-
 TEST_F(File, tellsWhatIsWrongInIt) {
-    const Harm cases[] = {
-        {"UPDATE posting SET amount = amount + 1 WHERE txn = 2 AND position = 1",
-         "The debits and credits are not equal in transaction 2."},
-        {"UPDATE txn SET total = 1, tax = 5 WHERE id = 2",
-         "The lines and the tax do not make the total of transaction 2."},
-        {"UPDATE line SET item = 999 WHERE txn = 2",
-         "A line names an item that is not there in transaction 2."},
-        {"DELETE FROM txn WHERE id = 2", "There are bookings without their transaction 2."},
-        {"UPDATE entry SET balance = 7 WHERE name = 'ABC'",
-         "The balance of ABC is not the sum of its bookings."},
-        {"UPDATE entry SET quantity = 7 WHERE name = '1000001.1'",
-         "The stock of 1000001.1 is not the sum of its movements."},
-        {"UPDATE entry SET kind = 'Plumber' WHERE name = 'ABCD'", "is of an unknown kind."},
-        {"UPDATE txn SET type = 'Barter' WHERE id = 2", "Transaction 2 is of an unknown type."},
-        {"UPDATE entry SET name = 'ABC' WHERE name = 'ABCD'", "The name ABC is there twice."},
-        {"UPDATE entry SET parent = 999 WHERE name = 'ABC'", "The parent is not there of entry"},
-        {"DELETE FROM entry WHERE name = 'Residential'; DELETE FROM entry WHERE name = 'House'",
-         "H refers to a SalesRepEntityRef that is not there."},
-        {"UPDATE meta SET value = 0 WHERE key = 'transactions'",
-         "The counter of transactions is behind transaction 1."},
-    };
     sellOne();
+    make(
+        "JournalEntryAdd",
+        "<JournalDebitLine>" + ref("AccountRef", "Returns") +
+            "<Amount>7.00</Amount></JournalDebitLine><JournalCreditLine>" +
+            ref("AccountRef", "Checking") + "<Amount>7.00</Amount></JournalCreditLine>"
+    );
+    make("ItemReceiptAdd", ref("VendorRef", "ACME") + line("Item", "1000001.1", ""));
     expectSound();
     int number = 0;
-    for (const auto& [sql, finding] : cases) {
-        SCOPED_TRACE(sql);
-        const std::string path =
-            (folder_.path() / ("harm" + std::to_string(++number) + ".qbw")).string();
-        tamper("VACUUM INTO '" + path + "'");
-        tamper(sql, path);
+    for (Case& row : casesOf("harms.txt")) {
+        SCOPED_TRACE(row["sql"]);
+        const std::string path = harmed(row["sql"], ++number);
         std::string findings;
         for (const std::string& each : CompanyFile::open(path).check()) {
             findings += each + "\n";
         }
-        EXPECT_NE(findings.find(finding), std::string::npos) << findings;
+        EXPECT_NE(findings.find(row["given"]), std::string::npos) << findings;
     }
+}
+
+TEST_F(File, doesNotShowWhatItCannotRead) {
+    sellOne();
+    const char* const cases[] = {
+        "UPDATE txn SET type = 'Barter' WHERE id = 2",
+        "UPDATE posting SET amount = 9223372036854775807 WHERE txn = 2",
+    };
+    int number = 0;
+    for (const char* sql : cases) {
+        SCOPED_TRACE(sql);
+        const std::string path = harmed(sql, ++number);
+        CompanyFile odd = CompanyFile::open(path);
+        EXPECT_EQ(numberOf([&] { odd.dump(); }), hresult::kNotUsable);
+        EXPECT_EQ(numberOf([&] { odd.transactions(); }), hresult::kNotUsable);
+    }
+}
+
+TEST_F(File, withSpoiledBytesIsReadOrRefused) {
+    for (int sale = 0; sale < 20; ++sale) {
+        sellOne();
+    }
+    const std::string whole = (folder_.path() / "whole.qbw").string();
+    tamper("VACUUM INTO '" + whole + "'");
+    const auto size = std::filesystem::file_size(whole);
+    std::mt19937 random(1);
+    int refused = 0;
+    for (int number = 0; number < 60; ++number) {
+        SCOPED_TRACE(number);
+        const std::string path =
+            (folder_.path() / ("spoiled" + std::to_string(number) + ".qbw")).string();
+        std::filesystem::copy_file(whole, path);
+        std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+        file.seekp(static_cast<std::streamoff>(random() % size));
+        file << std::string(random() % 3000, static_cast<char>(random()));
+        file.close();
+        const std::int32_t outcome = numberOf([&] {
+            CompanyFile spoiled = CompanyFile::open(path);
+            spoiled.check();
+            spoiled.trialBalance();
+            spoiled.dump();
+            spoiled.exchange(documentOf("<ItemQueryRq/><SalesReceiptQueryRq/>"));
+        });
+        refused += outcome == hresult::kNotUsable ? 1 : 0;
+    }
+    EXPECT_GT(refused, 10);
+    EXPECT_LT(refused, 60);
+}
+
+/// A disk on which no file grows beyond some bytes while this lives.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit full{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signal_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before_{};
+    void (*signal_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+TEST_F(File, losesNothingOnAFullDisk) {
+    const std::string before = file_.dump();
+    const std::string fresh = (folder_.path() / "fresh.qbw").string();
+    const std::string add = documentOf(
+        "<CustomerAddRq><CustomerAdd><Name>Late</Name><CompanyName>" + std::string(41, 'x') +
+        "</CompanyName></CustomerAdd></CustomerAddRq>"
+    );
+    {
+        const FullDisk disk(1000);
+        EXPECT_NE(numberOf([&] { CompanyFile::create(fresh, "retail"); }), 0);
+        EXPECT_NE(numberOf([&] { file_.exchange(add); }), 0);
+    }
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+    EXPECT_EQ(file_.dump(), before);
+    EXPECT_EQ(replyIn(file_.exchange(add)).code, 0);
+    expectSound();
 }
 
 TEST_F(File, isShownAsOneText) {

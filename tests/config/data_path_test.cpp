@@ -24,6 +24,10 @@ TEST_F(DataPath, comesFromTheSettingsWithoutItsSlash) {
     EXPECT_EQ(gDataPath.DataPath, folder.str());
     EXPECT_EQ(gDataPath.StationLabel(), "Station 7 of 50");
     EXPECT_EQ(folder.read("upper.alt"), "table");
+
+    folder.write("upper.alt", "the store's own");
+    EXPECT_EQ(gfbNUV_DataPath_open(kYes, 0, ""), kYes);
+    EXPECT_EQ(folder.read("upper.alt"), "the store's own");
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
@@ -32,11 +36,13 @@ TEST_F(DataPath, isAskedForWhenTheStoredOneIsNotThere) {
     config::dataPathWindow() = [this] {
         EXPECT_EQ(gDataPath.DefaultDataPath, "C:\\KV");
         EXPECT_EQ(gDataPath.CreatePath, kYes);
+        EXPECT_EQ(gDataPath.StationNumberEnabled, kYes);
         gDataPath.DataPath = folder.str();
     };
     EXPECT_EQ(gDataPath.gfbNUV_DataPath_open(kYes, 51), kYes);
     config::dataPathWindow() = nullptr;
     EXPECT_EQ(gDataPath.MaxStations, 51);
+    EXPECT_EQ(desktop.yields, 1);
     EXPECT_EQ(
         desktop.boxTexts(),
         (std::vector<std::string>{
@@ -74,6 +80,11 @@ TEST_F(DataPath, staysUndefinedWhenNobodyDefinesIt) {
         EXPECT_EQ(desktop.boxes.size(), boxes);
     }
     EXPECT_EQ(desktop.boxes[0].title, "Network Not Found");
+    EXPECT_EQ(
+        desktop.boxes[0].text,
+        "The network is currently down or is not set up properly. "
+        "Please contact your network administrator for help."
+    );
 }
 
 TEST_F(DataPath, isSavedReadAndDeleted) {
@@ -86,6 +97,11 @@ TEST_F(DataPath, isSavedReadAndDeleted) {
     gDataPath.Save();
     EXPECT_EQ(folder.read("NUV.INI"), "[MISCELLANEOUS]\r\nDatapath=D:\\Caf\xE9\r\n");
     EXPECT_EQ(stored("NETWORK"), "True");
+
+    gIni = {};  // without its file the settings get the path all the same
+    store("DATAPATH", "gone");
+    gDataPath.Save();
+    EXPECT_TRUE(desktop.boxes.empty());
 
     gDataPath = {};
     gpDataPathRead();
@@ -100,7 +116,8 @@ TEST_F(DataPath, isSavedReadAndDeleted) {
 }
 
 TEST_F(DataPath, isBlamedForTheFirstThingThatIsWrong) {
-    folder.write("STA2.NUV", "");
+    folder.write("station/STA2.NUV", "");
+    folder.write("MAIN.DAT", "");
     struct Case {
         const char* given;
         std::function<void()> change;
@@ -136,7 +153,7 @@ TEST_F(DataPath, isBlamedForTheFirstThingThatIsWrong) {
          [] { gDataPath.CheckFile = "COMMON.DAT"; },
          "DATAPATH",
          "Primary Data File Not Found."},
-        {"a data file in other case", [] { gDataPath.CheckFile = "sta2.nuv"; }, "", ""},
+        {"a data file in other case", [] { gDataPath.CheckFile = "Main.dat"; }, "", ""},
     };
     for (const auto& [given, change, fieldKey, firstLine] : cases) {
         SCOPED_TRACE(given);
@@ -144,7 +161,7 @@ TEST_F(DataPath, isBlamedForTheFirstThingThatIsWrong) {
         gDataPath = {};
         gDataPath.Station = "2";
         gDataPath.DataPath = folder.str();
-        gDataPath.StationPath = folder.str();
+        gDataPath.StationPath = folder.file("station");
         gDataPath.StationPathEnabled = kYes;
         change();
         gDataPath.Validate();
@@ -152,6 +169,7 @@ TEST_F(DataPath, isBlamedForTheFirstThingThatIsWrong) {
         EXPECT_EQ(gDataPath.Valid(), legacyBool(*firstLine == '\0'));
         const std::string text = desktop.boxes.empty() ? "" : desktop.boxes[0].text;
         EXPECT_EQ(text.substr(0, text.find('\r')), firstLine);
+        EXPECT_NE(gDataPath.Station, "51");  // it is the first again
     }
 }
 

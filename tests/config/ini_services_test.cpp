@@ -55,6 +55,9 @@ TEST_F(IniServices, listsAndFindsSectionsKeysAndValues) {
     EXPECT_EQ(ini.FindValueInSection("A", "BANK"), (Names{"Cash", "Check"}));
     EXPECT_EQ(ini.FindValueInFile("till"), (Pairs{{"B", "CASH"}}));
     EXPECT_EQ(ini.FindValueInFile("none"), Pairs(1));
+
+    open("[]\r\nCash=Bank\r\n[A]\r\nCash=Bank\r\n");
+    EXPECT_EQ(ini.FindKeyInFile("cash"), Names{""});
 }
 
 TEST_F(IniServices, cutsValuesAndListsAtItsBuffer) {
@@ -62,8 +65,10 @@ TEST_F(IniServices, cutsValuesAndListsAtItsBuffer) {
     for (int i = 0; i < 60; ++i) {
         bytes += "key" + std::to_string(1000 + i) + "=1\r\n";
     }
+    bytes += "[B]\r\ncode0=a" + std::string(1, '\0') + "b\r\n";
     open(bytes);
     EXPECT_EQ(ini.getvalue("A", "long", ""), std::string(254, 'v'));
+    EXPECT_EQ(ini.getvalue("B", "code0", ""), "a");
     const Names keys = ini.GetAllKeysInSection("A");
     EXPECT_EQ(keys.size(), 32U);
     EXPECT_EQ(keys.back(), "key1030");

@@ -95,7 +95,7 @@ TEST_P(Operations, leaveTheRecordAloneWhenNothingIsFound) {
     for (int attempt = 0; attempt < 2; ++attempt) {
         EXPECT_EQ(gfiDB_Operation(db::tableNames, db::opGetNext, db::keyNamesARCode), kNo);
         EXPECT_EQ(gNames.ARCode.trimmed(), "ZULU");
-        EXPECT_EQ(db::textFrom(gfvDB_GetField(db::tableNames, 1)), "ADAMS          ");
+        EXPECT_EQ(db::statementText(gfvDB_GetField(db::tableNames, 1)), "ADAMS          ");
     }
     // A deleted row still marks the place.
     execute("DELETE FROM Names WHERE NameID=2");
@@ -125,6 +125,48 @@ TEST_P(Operations, ofAKeyWithAnOrdinalBeyondTheRowGiveItsError) {
     } catch (const platform::PlatformError& error) {
         EXPECT_EQ(error.number(), platform::kNoSuchFieldError);
     }
+}
+
+TEST_P(Operations, onTheRowLeaveKeyAndRecordAlone) {
+    addName(1, "ADAMS", "Adams");
+    addName(2, "ZULU", "Zulu");
+    ASSERT_NE(find("ZULU"), kNo);
+    watch.statements.clear();
+    constexpr std::int16_t kServersOrder = -1;
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opGetFirst, kServersOrder, kYes), kNo);
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opGetLast, kServersOrder, kYes), kNo);
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opGetPrevious, db::keyNamesARCode, kYes), kNo);
+    const std::string statement = "SELECT * FROM Names WHERE NameID=1";
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opBySQL, 0, kNo, kNo, statement), kNo);
+    const std::vector<std::string> sent = {
+        "SELECT TOP 1 * FROM Names",
+        "SELECT TOP 1 * FROM Names ORDER BY NameID DESC",
+        "SELECT  TOP 1 * FROM Names WHERE ARCode<'ZULU           ' ORDER BY ARCode DESC",
+        statement,
+    };
+    EXPECT_EQ(watch.statements, sent);
+    EXPECT_EQ(db::longFrom(gfvDB_GetField(db::tableNames, "NameID")), 1);
+    EXPECT_EQ(gNames.NameID, 2);
+
+    gNames.CITY = "Austin";
+    gpDB_SetField(db::tableNames, "BUSINESS", std::string("O'Neil"));
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opUpdate, 0, kYes), kNo);
+    EXPECT_EQ(query("SELECT CITY FROM Names WHERE NameID=1").substr(0, 1), " ");
+    constexpr std::int16_t kBusiness = 2;
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opEqual, kBusiness, kYes), kNo);
+    EXPECT_TRUE(watch.last().starts_with("SELECT TOP 1 * FROM Names WHERE BUSINESS='O''Neil "));
+
+    DBKeyAlways = kYes;
+    gfiDB_Operation(db::tableNames, db::opEqual, kBusiness, kYes);
+    EXPECT_EQ(DBTableDescriptors[db::tableNames].KeyParts, 3);
+}
+
+TEST_P(Operations, ofAConversionKeepRowsThatCannotBeInserted) {
+    addName(1, "SMITH", "Smith");
+    DBConvertRun = kYes;
+    EXPECT_NE(gfiDB_Operation(db::tableNames, db::opInsert, 0), kNo);
+    EXPECT_EQ(DBInsertErrors, 1);
+    EXPECT_TRUE(fileText("program/InsertErr.txt").starts_with("INSERT INTO Names VALUES(1,'SMITH"));
 }
 
 TEST_P(Operations, fillItemCodesWithoutLeadingBlanks) {
@@ -185,6 +227,14 @@ TEST_P(Operations, walkTheRowsOfAStatement) {
     );
     EXPECT_EQ(gfbSalesHead_ReadByInvoice("O'1"), kNo);
     EXPECT_TRUE(desktop.boxes.empty());
+
+    gSalesHead = db::SalesHeadRecord();
+    gSalesHead.SALEID = 5;
+    gSalesHead.Invoice = "0001001";
+    ASSERT_NE(gfiDB_Operation(db::tableSalesHead, db::opInsert, 0), kNo);
+    gSalesHead = db::SalesHeadRecord();
+    EXPECT_NE(gfbSalesHead_ReadByInvoice("0001001"), kNo);
+    EXPECT_EQ(gSalesHead.SALEID, 5);
 }
 
 TEST_P(Operations, tellAFailedStatementInLogAndBox) {
@@ -236,6 +286,8 @@ TEST_P(Operations, sendOnlyFieldsThatChanged) {
         {"the same text without its padding", city, std::string("Ogden"), false},
         {"another text", city, std::string("Austin"), true},
         {"a blank text over one", city, std::string("  "), true},
+        {"a date, whatever the column holds", city, std::string("12/5/2024"), true},
+        {"no value", city, util::Value(), true},
     };
     addName(1, "ADAMS", "Adams");
     execute("UPDATE Names SET CITY='Ogden' WHERE NameID=1");
@@ -246,6 +298,29 @@ TEST_P(Operations, sendOnlyFieldsThatChanged) {
         gpDB_SetField(db::tableNames, "CITY", value);
         EXPECT_EQ(gfvDB_GetField(db::tableNames, "CITY") != present, isSent);
     }
+}
+
+TEST_P(Operations, withoutARowTakeDatesOnly) {
+    EXPECT_EQ(gfbDB_GetBySQL(db::tableNames, "SELECT * FROM Names"), kNo);
+    gpDB_SetField(db::tableNames, "CITY", std::string("Ogden"));
+    EXPECT_THROW(
+        gpDB_SetField(db::tableNames, "CITY", std::string("12/5/2024")), platform::PlatformError
+    );
+}
+
+TEST_P(Operations, tellAnErrorUnlessItIsNoNews) {
+    const std::string box = "Table: NAMES\rOperation:   GET NEXT\rError:    [7] Out of memory\r";
+    EXPECT_EQ(gfbDB_ReportError(db::tableNames, db::opGetNext, {7, "Out of memory"}), kYes);
+    for (const std::int32_t number : {3021, 3022, 3167}) {
+        EXPECT_EQ(gfbDB_ReportError(db::tableNames, db::opOpen, {number, "no row"}), kNo);
+    }
+    EXPECT_EQ(desktop.boxTexts(), std::vector<std::string>{box});
+    EXPECT_EQ(desktop.boxes[0].title, "NUV MS Data Engine");
+
+    DBQuietErrors = kYes;  // an open is told all the same
+    EXPECT_EQ(gfbDB_ReportError(db::tableNames, db::opUpdate, {7, "Out of memory"}), kYes);
+    EXPECT_EQ(gfbDB_ReportError(db::tableNames, db::opOpen, {7, "Out of memory"}), kYes);
+    EXPECT_EQ(desktop.boxes.size(), 2U);
 }
 
 struct QuoteCase {

@@ -1,6 +1,7 @@
 #include "core/brvDBSM_Interface.h"
 #include "core/brv_op.h"
 #include "db/NuvDBSM_MSDE.h"
+#include "db/NuvDBSM_TenderTypes.h"
 #include "db/connection.h"
 #include "db/nuvDBSM_Common.h"
 #include "db/nuvDBSM_Inventory.h"
@@ -15,7 +16,14 @@
 #include "support/expected_file.h"
 #include "util/conversions.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr std::int16_t kHighestKey = 13;
+constexpr std::string_view kQuestionColumns =
+    ", ResetQ1 SMALLINT NOT NULL, QA1 CHAR (20) DEFAULT ' ', ResetQ2 SMALLINT NOT NULL, QA2 CHAR "
+    "(20) DEFAULT ' ', ResetQ3 SMALLINT NOT NULL, QA3 CHAR (20) DEFAULT ' '";
 
 class Schema : public StoreTest {
 protected:
@@ -40,6 +48,32 @@ protected:
             {"Create", "ALTER", "UPDATE", "sp_RENAME", "Drop", "INSERT", "DELETE"}
         );
     }
+    /// The keys of a bound table, a line for each.
+    static std::string keys(std::int16_t table) {
+        const std::vector<std::string> names = db::columnNames(DBTableDescriptors[table].TableName);
+        std::string text;
+        for (std::int16_t key = 0; key <= kHighestKey; ++key) {
+            std::int16_t& parts = DBTableDescriptors[table].KeyParts;
+            parts = 0;
+            db_pRecordKey_prepare(table, key);
+            text += parts == 0 ? "" : "key " + std::to_string(key) + ":";
+            for (std::int16_t part = 0; part < parts; ++part) {
+                const auto ordinal =
+                    static_cast<std::size_t>(DBKeyFields.at(static_cast<std::size_t>(part)));
+                const bool isColumn = ordinal < names.size();
+                text += " " + (isColumn ? names[ordinal] : std::to_string(ordinal));
+            }
+            text += parts == 0 ? "" : "\n";
+        }
+        return text;
+    }
+    static std::string lines(const std::vector<std::string>& statements) {
+        std::string text;
+        for (const std::string& statement : statements) {
+            text += statement + "\n";
+        }
+        return text;
+    }
     static std::string columns(const std::string& table) {
         std::string text;
         for (const std::string& name : db::columnNames(table)) {
@@ -59,7 +93,7 @@ TEST_P(Schema, textsAreTheTablesOwn) {
     for (const std::int16_t table : kTables) {
         const TableDescriptor& descriptor = DBTableDescriptors[table];
         text += descriptor.TableUpper + "\n" + descriptor.CreateSQL + "\n" +
-                util::replaceAll(descriptor.IndexSQL, ";", ";\n");
+                util::replaceAll(descriptor.IndexSQL, ";", ";\n") + keys(table);
     }
     testing_support::expectFile("db/schema.txt", text);
 }
@@ -68,6 +102,8 @@ TEST_P(Schema, isMadeAtTheFirstStartAndLeftAloneAtTheSecond) {
     openStore();
     EXPECT_EQ(gsStoreNumber, "3");
     EXPECT_TRUE(desktop.boxes.empty());
+    // What follows the last index statement is no statement.
+    EXPECT_EQ(std::count(watch.statements.begin(), watch.statements.end(), ""), 0);
     endProgram();
     watch.statements.clear();
     ASSERT_NE(db_fbInterface_open(), kNo);
@@ -81,6 +117,7 @@ TEST_P(Schema, opensNothingElseWhenCommonHasNoRow) {
     EXPECT_NE(db_fbInterface_open(), kNo);
     EXPECT_EQ(DBTableDescriptors[db::tableInventory].TableName, "");
     EXPECT_EQ(db_fbAllTables_open(), kNo);
+    EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST_P(Schema, ofAnOlderInventoryIsBroughtUpToDateOnce) {
@@ -97,15 +134,17 @@ TEST_P(Schema, ofAnOlderInventoryIsBroughtUpToDateOnce) {
     execute("INSERT INTO Inventory (SL, ItemID, RecordNum, PriceFactor) "
             "VALUES('0001', 'LONG-CODE', 1, 'F')");
     endProgram();
+    watch.statements.clear();
     // When
     ASSERT_NE(db_fbInterface_open(), kNo);
     // Then
+    testing_support::expectFile("db/inventory_upgrade.txt", lines(changes()));
     ASSERT_NE(db_fbAllTables_open(), kNo);
     EXPECT_EQ(gfiDB_FieldCount(db::tableInventory), 57);
     EXPECT_EQ(gfvDB_GetFieldName(db::tableInventory, 16), "NotUsed");
     EXPECT_EQ(gfvDB_GetFieldName(db::tableInventory, 47), "NeverOrder");
     EXPECT_EQ(gfvDB_GetFieldName(db::tableInventory, 50), "PriceFactor");
-    EXPECT_EQ(db::textFrom(gfvDB_GetField(db::tableInventory, 1)).size(), 25U);
+    EXPECT_EQ(db::statementText(gfvDB_GetField(db::tableInventory, 1)).size(), 25U);
     EXPECT_EQ(query("SELECT PriceFactor FROM Inventory").substr(0, 1), "F");
 
     endProgram();
@@ -119,22 +158,40 @@ TEST_P(Schema, ofAnOlderInventoryIsBroughtUpToDateOnce) {
 TEST_P(Schema, ofOlderNamesAndSalesCodesIsBroughtUpToDate) {
     openStore();
     makeOlder(db::tableNames, {{"LayawayBalance", "ConSalesTotal"}});
-    makeOlder(
-        db::tableSalesCode,
-        {{", ResetQ1 SMALLINT NOT NULL, QA1 CHAR (20) DEFAULT ' ', ResetQ2 SMALLINT NOT NULL, QA2 "
-          "CHAR (20) DEFAULT ' ', ResetQ3 SMALLINT NOT NULL, QA3 CHAR (20) DEFAULT ' '",
-          ""}}
-    );
+    makeOlder(db::tableSalesCode, {{kQuestionColumns, ""}});
     execute("INSERT INTO Names (NameID, ARCode, ConSalesTotal) VALUES(1, 'A', 5)");
     execute("INSERT INTO SalesCode (UserID, SalesCode, StoreNumber) VALUES(1, 'A', 1)");
     endProgram();
+    watch.statements.clear();
     ASSERT_NE(db_fbInterface_open(), kNo);
     EXPECT_TRUE(desktop.boxes.empty());
+    EXPECT_EQ(
+        lines(changes()),
+        "sp_RENAME 'Names.ConSalesTotal', 'LayawayBalance ', 'COLUMN'\n"
+        "UPDATE Names SET layawaybalance = 0\n"
+        "ALTER TABLE SalesCode ADD ResetQ1 SMALLINT \n"
+        "ALTER TABLE SalesCode ADD QA1 CHAR(20) DEFAULT  ' '\n"
+        "ALTER TABLE SalesCode ADD ResetQ2 SMALLINT \n"
+        "ALTER TABLE SalesCode ADD QA2 CHAR(20) DEFAULT  ' '\n"
+        "ALTER TABLE SalesCode ADD ResetQ3 SMALLINT \n"
+        "ALTER TABLE SalesCode ADD QA3 CHAR(20) DEFAULT  ' '\n"
+        "UPDATE SalesCode SET resetQ1= 0 ,resetQ2= 0,resetQ3= 0  \n"
+        "UPDATE SalesCode SET QA1= ' ' ,QA2= ' ',QA3= ' '  \n"
+    );
     EXPECT_TRUE(columns("SalesCode").ends_with("Status ResetQ1 QA1 ResetQ2 QA2 ResetQ3 QA3 "));
     EXPECT_EQ(query("SELECT ResetQ3 FROM SalesCode"), "0");
     EXPECT_EQ(db::moneyFrom(query("SELECT LayawayBalance FROM Names")), util::Money());
     EXPECT_FALSE(db::hasColumn("Vendor", "COUNTRY"));
     EXPECT_TRUE(db::hasColumn("vendor", "expensecd"));
+}
+
+TEST_P(Schema, ofOlderSalesCodesWithoutRowsHasNoAnswersToFill) {
+    openStore();
+    makeOlder(db::tableSalesCode, {{kQuestionColumns, ""}});
+    watch.statements.clear();
+    db::bindSalesCodes();
+    ASSERT_EQ(changes().size(), 7U);
+    EXPECT_EQ(changes().back(), "UPDATE SalesCode SET resetQ1= 0 ,resetQ2= 0,resetQ3= 0  ");
 }
 
 TEST_P(Schema, makesATableThatIsMissingAtItsOpening) {
@@ -143,6 +200,17 @@ TEST_P(Schema, makesATableThatIsMissingAtItsOpening) {
     EXPECT_NE(gfbDB_OpenTable(db::tableVendors), kNo);
     EXPECT_EQ(DBTableDescriptors[db::tableVendors].IsOpen, kYes);
     EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_P(Schema, leavesATableAloneThatOnlyTheConnectionKnows) {
+    openStore();
+    execute("DELETE FROM TenderTypes WHERE TenderID > 5");
+    folder.write("program/DefaultSalesCodes.txt", "1|HOUSE|1|H\r\n");
+    DBServerSession.reset();
+    watch.statements.clear();
+    db::bindTenderTypes();
+    db::bindSalesCodes();
+    EXPECT_EQ(changes(), std::vector<std::string>());
 }
 
 struct OpenFailure {
@@ -178,6 +246,10 @@ TEST_P(Schema, addsAColumnAndSaysSoTheOtherWayRound) {
     EXPECT_TRUE(desktop.boxes.empty());
     EXPECT_EQ(gfbDB_AddColumn(db::tableNames, "Extra", "SMALLINT"), kYes);
     EXPECT_EQ(desktop.boxes.size(), 1U);
+    // An error number whose low word is 0 passes for none.
+    watch.failures = {{"ALTER TABLE Names", {-2147221504, "odd"}}};
+    EXPECT_EQ(gfbDB_AddColumn(db::tableNames, "More", "SMALLINT"), kNo);
+    desktop.boxes.pop_back();
     EXPECT_EQ(gfbDB_RenameColumn("Names", "NoSuch", "Other"), kNo);
     EXPECT_EQ(desktop.boxes.size(), 1U);
 }
@@ -192,6 +264,10 @@ TEST_P(Schema, ofTheHubHasNamesOfItsOwn) {
     EXPECT_TRUE(descriptor.CreateSQL.starts_with("Create Table SalesHubItem (SaleID INTEGER"));
     EXPECT_NE(gfbDB_TableExists(descriptor), kNo);
     EXPECT_EQ(DBTableDescriptors[db::tableSalesItem].TableName, "SalesItem");
+    db::bindSalesHead(kHubTable, "SalesHubHead");
+    EXPECT_EQ(descriptor.TableUpper, "SALESHUBHEAD");
+    EXPECT_TRUE(descriptor.IndexSQL.starts_with("Create UNIQUE Index idx_0 On SalesHubHead (STORE")
+    );
 }
 
 TEST_P(Schema, takesFirstSalesCodesFromTheProgramsFile) {

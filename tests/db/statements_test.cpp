@@ -146,13 +146,18 @@ Shape shapeOf(const std::string& name) {
     throw std::runtime_error("no such shape: " + name);
 }
 
-/// A statement whose texts lack the blanks at their ends.
-std::string withoutPadding(std::string statement) {
-    for (std::size_t at = statement.find(" '"); at != std::string::npos;
-         at = statement.find(" '")) {
-        statement.erase(at, 1);
+/// A statement whose texts lack the blanks at their ends; a blank between a comparison and its text
+/// stays.
+std::string withoutPadding(const std::string& statement) {
+    std::string text;
+    for (const char character : statement) {
+        while (character == '\'' && text.ends_with(' ') && !text.ends_with("> ") &&
+               !text.ends_with("< ")) {
+            text.pop_back();
+        }
+        text += character;
     }
-    return statement;
+    return text;
 }
 
 TEST_P(ObservedRows, comeBackForTheSameStatements) {

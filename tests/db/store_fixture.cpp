@@ -8,28 +8,10 @@
 #include "db/nuvDBSM_Common.h"
 #include "db/nuvDBSM_Names.h"
 #include "platform/ports/platform.h"
-#include "platform/sqlite/sqlite_connection.h"
-#include "platform/sqlite/sqlite_management.h"
-
-std::vector<StoreAdapter> storeAdapters() {
-    return {
-        {"embedded",
-         "embedded",
-         [](const std::string& folder) -> std::unique_ptr<platform::DataConnection> {
-             return std::make_unique<platform::SqliteConnection>([folder] { return folder; });
-         },
-         [](const std::string& folder) -> std::unique_ptr<platform::ManagementSession> {
-             return std::make_unique<platform::SqliteManagement>([folder] { return folder; });
-         }},
-    };
-}
-
-std::string adapterName(const ::testing::TestParamInfo<StoreAdapter>& info) {
-    return info.param.name;
-}
 
 StoreTest::StoreTest()
-    : settings_(folder.str() + "/config/brevane/settings.ini"),
+    : catalogName_(GetParam().newCatalogName()),
+      settings_(folder.str() + "/config/brevane/settings.ini"),
       files_(folder.str() + "/program") {
     std::filesystem::create_directories(folder.path() / "program");
     platform::Platform adapters;
@@ -57,17 +39,14 @@ StoreTest::~StoreTest() {
     endProgram();
     config::resetConfig();
     core::resetOp();
+    GetParam().dropCatalog(catalogName_);
 }
 
 void StoreTest::connect() {
-    const auto management = platform::current().makeManagement();
-    management->connect(GetParam().server, "", "", false);
-    platform::CatalogFiles files;
-    files.name = catalogName_;
-    files.dataFile = folder.file(catalogName_ + ".mdf");
-    files.logFile = folder.file(catalogName_ + ".ldf");
-    files.logicalLog = "Log" + catalogName_;
-    management->addCatalog(files);
+    GetParam().makeCatalog(folder.str(), catalogName_);
+    if (!GetParam().isEmbedded()) {
+        folder.write(catalogName_ + ".mdf", "");  // as the data folder of a server shows it
+    }
     std::string message;
     ASSERT_NE(gfbDB_Connect(message), kNo);
     ASSERT_TRUE(db::ensureConnected());

@@ -5,6 +5,7 @@
 #include "platform/system/native_files.h"
 #include "platform/system/native_processes.h"
 #include "support/fake_desktop.h"
+#include "support/store_adapters.h"
 #include "support/temp_folder.h"
 #include "support/watched_store.h"
 
@@ -15,16 +16,10 @@
 
 #include <gtest/gtest.h>
 
-/// A data adapter under which the engine is tested.
-struct StoreAdapter {
-    const char* name;
-    const char* server;  ///< setting "Server"
-    std::unique_ptr<platform::DataConnection> (*makeConnection)(const std::string& folder);
-    std::unique_ptr<platform::ManagementSession> (*makeManagement)(const std::string& folder);
-};
-
-/// The adapters that are there; a further one is a further row.
-std::vector<StoreAdapter> storeAdapters();
+using testing_support::adapterName;
+using testing_support::embeddedStore;
+using testing_support::StoreAdapter;
+using testing_support::storeAdapters;
 
 /// The record engine on a real store in a folder of its own. What passes the data ports is watched.
 class StoreTest : public ::testing::TestWithParam<StoreAdapter> {
@@ -51,15 +46,12 @@ protected:
     testing_support::StoreWatch watch;
 
 private:
-    std::string catalogName_ = "NUVDATA1";
+    std::string catalogName_;
     platform::IniSettingsStore settings_;
     platform::NativeFiles files_;
     platform::NativeProcesses processes_;
     platform::NativeClock clock_;
 };
-
-/// Name of the adapter, for the test's name.
-std::string adapterName(const ::testing::TestParamInfo<StoreAdapter>& info);
 
 /// Puts a customer with these keys into the table.
 void addName(std::int32_t number, const std::string& code, const std::string& lastName);

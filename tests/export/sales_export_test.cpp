@@ -299,6 +299,8 @@ TEST_F(SalesExport, aWeekOfTheShopIsBookedInBalance) {
     // Then
     auto books = companyfile::CompanyFile::open(companyFile());
     EXPECT_TRUE(books.check().empty());
+    EXPECT_EQ(faults->documents.size(), static_cast<std::size_t>(faults->exchanges))
+        << "a request is no qbXML that the company file takes";
     util::Money sum;
     for (const auto& account : books.trialBalance()) {
         sum += account.debit - account.credit;

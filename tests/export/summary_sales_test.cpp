@@ -60,7 +60,14 @@ TEST_F(SummarySales, postADayAsOneReceiptAndOneJournalEntry) {
             "Create sales receipt Line...",
             "Exporting sales receipt...",
             "Creating Journal COGS...",
-            "Exporting Journal COGS..."})
+            "Exporting Journal COGS...",
+            "Journal COGS...memo set",
+            "Exporting Journal set type 0",
+            "Exporting Journal set type 1",
+            "Exporting Journal set type 0",
+            "Exporting Journal set type 1",
+            "Exporting Journal set type 0",
+            "Exporting Journal set type 1"})
     );
     EXPECT_TRUE(desktop.boxes.empty()) << lastBox();
     EXPECT_EQ(fileText("QBLINK.LOG"), "");
@@ -95,6 +102,14 @@ TEST_F(SummarySales, treatEveryKindOfRecord) {
          "0100|Sales A|1.00\n0099|Cost|-12.50\n0011|Cash|1.00\n5000|Cost|2.50\n",
          {"SalesReceipt 1.00 | 0100 1.00 Non",
           "JournalEntry 12.50 | Cost of Goods Sold 12.50 | Inventory Asset -12.50"}},
+        {"a returned category has lost the code that made it untaxed",
+         "0100|Sales A|10.00\n0600|Food|-2.00\n",
+         {"SalesReceipt 8.00 | 0100 10.00 Non | Returns -2.00 ",
+          "JournalEntry 2.00 | Returns 2.00 | Merchandise Sales -2.00"}},
+        {"a negative tender counts without its sign, redeemed or not",
+         "0100|Sales A|10.00\n0015|Points Redeemed|-4.00\n",
+         {"SalesReceipt 14.00 | 0100 10.00 Non | 6005 4.00 ",
+          "JournalEntry 4.00 | Negative Tenders 4.00 | Undeposited Funds -4.00"}},
         {"a cost of nothing in the last line",
          "0100|Sales A|1.00\n0099|Cost|0.00\n",
          {"SalesReceipt 1.00 | 0100 1.00 Non"}},

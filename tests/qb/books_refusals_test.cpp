@@ -104,6 +104,16 @@ TEST_F(BookDeletions, loseWhatIsDeleted) {
     EXPECT_EQ(logLines(), "");
 }
 
+TEST_F(BookDeletions, keepACustomerWithoutAWordWhenNoSetIsMade) {
+    const std::string id = makeCustomer();
+    changes();
+    faults->failAt(1, testing_support::FaultPoint::before, serverGone(), "<HostQueryRq");
+    EXPECT_EQ(deleteCustomer(id), kNo);
+    EXPECT_EQ(gsQBStatusMessage + boxes(), "");
+    EXPECT_EQ(gnQBErrorNumber, testing_support::kServerGone);
+    EXPECT_EQ(changes(), "");
+}
+
 TEST_F(BookDeletions, keepACustomerWhoOwes) {
     addCustomer(false);
     changes();
@@ -195,6 +205,38 @@ TEST_F(BookRefusals, refuseWhatLacksItsPlace) {
          },
          "CreditMemoAddRq 0000127 There was an error when saving a Credit Memo.  QuickBooks error "
          "message: Transaction amount must be positive."},
+        {"a change of a customer who is gone",
+         [] {
+             clsQBCustomer gone;
+             gone.Name = "GONE";
+             gone.ListID = "FF-1";
+             gone.CustomerModifyReq();
+         },
+         "CustomerModifyReq GONE " + notThere("FF-1")},
+        {"a change of a vendor who is gone",
+         [] {
+             clsQBVendor gone;
+             gone.Name = "GONE";
+             gone.ListID = "FF-1";
+             gone.VendorModifyReq();
+         },
+         notThere("FF-1")},
+        {"a change of an item that is gone",
+         [] {
+             clsQBInventory gone = item("GONE");
+             gone.ListID = "FF-1";
+             gone.InvtModifyReq();
+         },
+         "InvtModifyReq GONE " + notThere("FF-1")},
+        {"a credit for an order without lines",
+         [] {
+             order(false);
+             gaQBPOLines.resize(1);
+             clsQBVendor vendor;
+             vendor.Name = "ACME";
+             vendor.VendorCreditAddReq();
+         },
+         "VendorcreditAddRq ACME Subscript out of range"},
         {"initials of six characters",
          [] { gpSalesCode_add("House", "ABCDEF", kYes); },
          R"(gpSalesCode_add ABCDEF The string "ABCDEF" in the field "Initial" is too long.)"},

@@ -13,6 +13,9 @@
 #include "qb/journal_and_payments.h"
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
+#include "support/json.h"
+
+#include <map>
 
 namespace testing_support {
 
@@ -22,8 +25,7 @@ static Money cents(std::int64_t value) {
     return Money::fromRaw(value * 100);
 }
 
-LegacyBool addVendor(bool flawed) {
-    static_cast<void>(flawed);
+LegacyBool addVendor(bool /*flawed*/) {
     clsQBVendor vendor;
     vendor.Name = vendor.CompanyName = "ACME";
     vendor.NameOnCheck = "Acme Works";
@@ -44,12 +46,13 @@ static LegacyBool changeVendor(bool flawed) {
     return vendor.VendorModifyReq();
 }
 
-LegacyBool addCustomer(bool flawed) {
-    static_cast<void>(flawed);
+LegacyBool addCustomer(bool /*flawed*/) {
     clsQBCustomer customer;
     customer.Name = "SMITH01";
     customer.LastName = "Smith & Sons";
+    customer.CompanyName = "Smith  ";
     customer.Address1 = "is not sent";
+    customer.Address2 = "Floor 2";
     customer.City = "Troy";
     customer.CreditLimit = cents(50005);
     customer.SalesTaxCode = "Tax";
@@ -81,7 +84,7 @@ clsQBInventory item(const char* name) {
     given.IncomeAccount = "Merchandise Sales";
     given.COGSAccount = given.ExpenseAccount = "Cost of Goods Sold";
     given.AssetAccount = "Inventory Asset";
-    given.QuantityOnHand = 10;
+    given.QuantityOnHand = 12.5F;
     return given;
 }
 
@@ -91,8 +94,7 @@ static LegacyBool addItem(const char* name) {
     return (given.*add)();
 }
 
-LegacyBool addStock(bool flawed) {
-    static_cast<void>(flawed);
+LegacyBool addStock(bool /*flawed*/) {
     return addItem<&clsQBInventory::InvtAddNewReq>("1000001.2");
 }
 
@@ -105,43 +107,37 @@ static LegacyBool changeStock(bool flawed) {
     return given.InvtModifyReq();
 }
 
-static LegacyBool addBoughtAndSold(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addBoughtAndSold(bool /*flawed*/) {
     return addItem<&clsQBInventory::NonInvtWithCostAddNewReq>("KIT");
 }
 
-static LegacyBool addSoldOnly(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addSoldOnly(bool /*flawed*/) {
     return addItem<&clsQBInventory::NonInvtAddNewReq>("MATRIX");
 }
 
-static LegacyBool addCharge(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addCharge(bool /*flawed*/) {
     return addItem<&clsQBInventory::OtherChargeAddNewReq>("FREIGHT");
 }
 
-static LegacyBool addTaxItem(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addTaxItem(bool /*flawed*/) {
     clsQBInventory given = item("A");
     given.SalesTaxCode = "7.5%";
     given.PrefVendor = "Sales Tax Agency";
     return given.SalesTaxInvtAddNewReq();
 }
 
-static LegacyBool addTaxCode(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addTaxCode(bool /*flawed*/) {
     return addItem<&clsQBInventory::SalesTaxCodeAddNewReq>("A");
 }
 
-static LegacyBool addPaymentItem(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addPaymentItem(bool /*flawed*/) {
     clsQBInventory given = item("~CASH");
     given.ExpenseAccount = "Cash Drawer";
     given.IncomeAccount = "Cash";
     return given.PaymentInvtAddNewReq();
 }
 
-static clsQBEmployee employee(const char* name) {
+clsQBEmployee employee(const char* name) {
     clsQBEmployee given;
     given.Name = name;
     given.FirstName = "Ann";
@@ -149,29 +145,26 @@ static clsQBEmployee employee(const char* name) {
     given.EmployeeType = "2";
     given.Gender = "1";
     given.HiredDate = "12/31/2014";
+    given.AccountNumber = "AL";
     given.IsActive = kYes;
-    given.City = "Troy";
+    given.Address2 = "Back door";
     return given;
 }
 
-static LegacyBool addEmployee(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addEmployee(bool /*flawed*/) {
     return employee("Ann Lee").EmployeeAddNewReq();
 }
 
-static LegacyBool addOtherName(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addOtherName(bool /*flawed*/) {
     return employee("Ann Lee Rep").OtherNameAddNewReq();
 }
 
-static LegacyBool addSalesRep(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addSalesRep(bool /*flawed*/) {
     gpSalesCode_add("Ann Lee Rep", "AL", kYes);
     return kYes;
 }
 
-static LegacyBool addPaymentMethod(bool flawed) {
-    static_cast<void>(flawed);
+static LegacyBool addPaymentMethod(bool /*flawed*/) {
     gpTenderType_add("Visa Credit Card", kYes);
     return kYes;
 }
@@ -187,7 +180,7 @@ clsQBPO& order(bool flawed) {
     given.Memo = "spring";
     gaQBPOLines = {
         {},
-        {"1000001.2", "Blue mug", Money::fromRaw(440000), "SMITH01", 4},
+        {"1000001.2", "Blue mug", Money::fromRaw(440050), "SMITH01", 4},
         {"~NONSTK", "String", cents(150), "", 1},
     };
     return given;
@@ -215,16 +208,22 @@ clsQBSales sale(bool flawed, const char* ticket) {
     given.TxnDate = "2/28/2015";
     given.RefNumber = ticket;
     given.CustomerName = flawed ? "Nobody" : "SMITH01";
+    given.DueDate = " ";
+    given.ShipDate = "3/1/2015";
     given.BillAddr1 = "Smith & Sons";
+    given.BillAddr4 = "Hall 4";
     given.BillCity = "Troy";
     given.SalesRep = "AL";
+    given.Memo = "Thank you for your business.";
     given.TaxCode = "A";
     given.Terms = "Net 30";
     gaSaleLines = {
-        {},
-        {"1000001.2", "", "Blue mug", 2, cents(4398), "Tax", ""},
+        {"is not sent", "", "", 9, cents(999), "", ""},
+        {"1000001.2", "", "Blue mug", 2, Money::fromRaw(439750), "Tax", ""},
         {"0300", "", "Category", 0, {}, "Non", ""},
-        {"FREIGHT", "", "", 0, cents(500), "Non", ""},
+        {"", "2/28/2015", "No amount", 1, {}, "", ""},
+        {"FREIGHT", "2/27/2015", "", 0, cents(500), "Non", ""},
+        {"Return", "", " ", 0.5F, cents(-1000), "", ""},
     };
     return given;
 }
@@ -255,11 +254,12 @@ static LegacyBool addJournal(bool flawed) {
     gfbRequestMsgSet_reset();
     gpJournalEntry_add(
         {{},
-         {kDebitSide, "", "Cost of Goods Sold", cents(-500), "", "0000123"},
-         {kCreditSide, "", "Inventory Asset", cents(flawed ? 499 : 500), "SMITH01", ""}},
+         {kDebitSide, "9", "Cost of Goods Sold", cents(-500), "", "0000123"},
+         {2, "9", "Nowhere", cents(1), "", ""},
+         {kCreditSide, "9", "Inventory Asset", cents(flawed ? 499 : 500), "SMITH01", ""}},
         "2/28/2015",
         "0000123",
-        ""
+        " "
     );
     return kYes;
 }
@@ -277,10 +277,6 @@ static LegacyBool addPayment(bool flawed) {
     return kYes;
 }
 
-static std::string inUse(const std::string& name) {
-    return "The name \"" + name + "\" of the list element is already in use.";
-}
-
 std::string noRecord(const std::string& kind, const std::string& name, const std::string& where) {
     return "There is an invalid reference to QuickBooks " + kind + " \"" + name + "\" in the " +
            where +
@@ -288,122 +284,66 @@ std::string noRecord(const std::string& kind, const std::string& name, const std
            "the list.";
 }
 
-static constexpr char kStale[] = "The provided edit sequence \"1\" is out-of-date.";
+using Call = LegacyBool (*)(bool flawed);
 
-static const Post kPosts[] = {
-    {"vendor add", "VendorAdd", addVendor, "VendorAddRequest ACME ", inUse("ACME")},
-    {"vendor change", "VendorMod", changeVendor, "", kStale},
-    {"customer add", "CustomerAdd", addCustomer, "CustomerAddNewReq SMITH01 ", inUse("SMITH01")},
-    {"customer change", "CustomerMod", changeCustomer, "CustomerModifyReq SMITH01 ", kStale},
-    {"inventory item add",
-     "ItemInventoryAdd",
-     addStock,
-     "InvtAddNewReq 1000001.2 ",
-     inUse("1000001.2")},
-    {"inventory item change", "ItemInventoryMod", changeStock, "InvtModifyReq 1000001.2 ", kStale},
-    {"item with cost",
-     "ItemNonInventoryAdd",
-     addBoughtAndSold,
-     "NonInvtAddNewReq KIT ",
-     inUse("KIT")},
-    {"item sold only",
-     "ItemNonInventoryAdd",
-     addSoldOnly,
-     "NonInvtAddNewReq MATRIX ",
-     inUse("MATRIX")},
-    {"other charge",
-     "ItemOtherChargeAdd",
-     addCharge,
-     "OtherChargeAddNewReq FREIGHT ",
-     inUse("FREIGHT")},
-    {"sales tax item", "ItemSalesTaxAdd", addTaxItem, "SalesTaxInvtAddNewReq A ", inUse("A")},
-    {"sales tax code", "SalesTaxCodeAdd", addTaxCode, "SalesTaxCodeAddNewReq A ", inUse("A")},
-    {"payment item",
-     "ItemPaymentAdd",
-     addPaymentItem,
-     "PaymentInvtAddNewReq ~CASH ",
-     inUse("~CASH")},
-    {"employee",
-     "EmployeeAdd",
-     addEmployee,
-     "EmployeeAddNewReq Ann Lee ",
-     inUse("Ann Lee"),
-     Log::nothing,
-     true,
-     "The field \"Name\" is not supported by this implementation."},
-    {"other name",
-     "OtherNameAdd",
-     addOtherName,
-     "OtherNameAddNewReq Ann Lee Rep ",
-     inUse("Ann Lee Rep")},
-    {"sales rep",
-     "SalesRepAdd",
-     addSalesRep,
-     "gpSalesCode_add AL ",
-     inUse("AL"),
-     Log::nothing,
-     false},
-    {"payment method",
-     "PaymentMethodAdd",
-     addPaymentMethod,
-     "gpTenderType_add Visa Credit Card ",
-     inUse("Visa Credit Card"),
-     Log::nothing,
-     false},
-    {"purchase order",
-     "PurchaseOrderAdd",
-     addOrder,
-     "POHeaderAddNewReq 4711 ",
-     noRecord("Vendor", "Nobody", "PurchaseOrder")},
-    {"item receipt",
-     "ItemReceiptAdd",
-     addReceiptOfGoods,
-     "",
-     noRecord("Vendor", "Nobody", "ItemReceipt")},
-    {"vendor credit",
-     "VendorCreditAdd",
-     addVendorCredit,
-     "VendorcreditAddRq ACME ",
-     noRecord("Vendor", "Nobody", "VendorCredit")},
-    {"sales receipt",
-     "SalesReceiptAdd",
-     addReceipt,
-     "SalesAddNewReq 0000123 ",
-     noRecord("Customer", "Nobody", "SalesReceipt"),
-     Log::text,
-     false},
-    {"invoice",
-     "InvoiceAdd",
-     addInvoice,
-     "InvoiceAddRq 0000124 ",
-     noRecord("Customer", "Nobody", "Invoice"),
-     Log::rawAndText,
-     false},
-    {"credit memo",
-     "CreditMemoAdd",
-     addCreditMemo,
-     "CreditMemoAddRq 0000125 ",
-     noRecord("Customer", "Nobody", "CreditMemo"),
-     Log::text,
-     false},
-    {"journal entry",
-     "JournalEntryAdd",
-     addJournal,
-     "gpJournalEntry_add 0000123 ",
-     "There was an error when saving a General Journal transaction.  QuickBooks error message: "
-     "Transaction not in balance.",
-     Log::nothing,
-     false},
-    {"payment",
-     "ReceivePaymentAdd",
-     addPayment,
-     "ReceivePaymentAddRq 0000126 ",
-     noRecord("Customer", "Nobody", "ReceivePayment"),
-     Log::text,
-     false},
+/// What makes each request, by the name of its document.
+static const std::map<std::string, Call> kCalls = {
+    {"vendor_add", addVendor},
+    {"vendor_mod", changeVendor},
+    {"customer_add", addCustomer},
+    {"customer_mod", changeCustomer},
+    {"item_inventory_add", addStock},
+    {"item_inventory_mod", changeStock},
+    {"item_with_cost", addBoughtAndSold},
+    {"item_sold_only", addSoldOnly},
+    {"item_other_charge", addCharge},
+    {"item_sales_tax", addTaxItem},
+    {"sales_tax_code", addTaxCode},
+    {"item_payment", addPaymentItem},
+    {"employee_add", addEmployee},
+    {"other_name_add", addOtherName},
+    {"sales_rep_add", addSalesRep},
+    {"payment_method_add", addPaymentMethod},
+    {"purchase_order_add", addOrder},
+    {"item_receipt_add", addReceiptOfGoods},
+    {"vendor_credit", addVendorCredit},
+    {"sales_receipt_add", addReceipt},
+    {"invoice_add", addInvoice},
+    {"credit_memo_add", addCreditMemo},
+    {"journal_add", addJournal},
+    {"payment_add", addPayment},
 };
 
-std::span<const Post> posts() {
+static Post postOf(const Json& row) {
+    const auto text = [&](const char* key) {
+        return row.has(key) ? row[key].text() : std::string();
+    };
+    static const std::map<std::string, Log> kLogs = {
+        {"", Log::nothing}, {"text", Log::text}, {"rawAndText", Log::rawAndText}};
+    return {
+        text("name"),
+        text("element"),
+        kCalls.at(text("name")),
+        text("literal"),
+        text("refusal"),
+        kLogs.at(text("log")),
+        !row.has("hasResult"),
+        text("done"),
+        text(row.has("failed") ? "failed" : "literal")};
+}
+
+static std::vector<Post> readPosts() {
+    const Json table = parseJsonFile(BREVANE_TEST_DATA "/qb/posts.json");
+    EXPECT_EQ(table.items().size(), kCalls.size());
+    std::vector<Post> read;
+    for (const Json& row : table.items()) {
+        read.push_back(postOf(row));
+    }
+    return read;
+}
+
+const std::vector<Post>& posts() {
+    static const std::vector<Post> kPosts = readPosts();
     return kPosts;
 }
 

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "qb/books_fixture.h"
+#include "qb/clsQBEmployee.h"
 #include "qb/clsQBInventory.h"
 #include "qb/clsQBPO.h"
 #include "qb/clsQBSales.h"
 #include "util/legacy_bool.h"
 
-#include <span>
 #include <string>
+#include <vector>
 
 /// What a shop posts, one routine for each request that changes the company file.
 namespace testing_support {
@@ -17,18 +18,19 @@ enum class Log { nothing, text, rawAndText };
 
 /// One request that changes the company file, in the order in which a shop's books grow.
 struct Post {
-    const char* name;     ///< in the file of expected changes
-    const char* element;  ///< of its document
+    std::string name;     ///< of its expected document, below tests/data/qb
+    std::string element;  ///< of its document
     LegacyBool (*call)(bool flawed);
     std::string literal;  ///< in front of the texts of the company file
     std::string refusal;
     Log log = Log::nothing;
     bool hasResult = true;
-    const char* done = "";  ///< text of the company file when it carried the request out
+    std::string done;    ///< text of the company file when it carried the request out
+    std::string failed;  ///< stands in front of an error's text when no set was made
 };
 
 /// All of them, in the order in which a shop's books grow.
-std::span<const Post> posts();
+const std::vector<Post>& posts();
 
 // Some of them alone, and the records that they send. `flawed` makes the company file refuse a
 // record; what is added to a list needs no flaw, because its name is in use the second time.
@@ -37,6 +39,7 @@ LegacyBool addCustomer(bool flawed);
 LegacyBool addStock(bool flawed);
 LegacyBool addOrder(bool flawed);
 clsQBInventory item(const char* name);
+clsQBEmployee employee(const char* name);
 clsQBPO& order(bool flawed);
 clsQBSales sale(bool flawed, const char* ticket);
 

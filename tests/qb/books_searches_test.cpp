@@ -2,7 +2,7 @@
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_Names.h"
 #include "db/nuvDBSM_SalesHead.h"
-#include "qb/books_fixture.h"
+#include "qb/books_requests.h"
 #include "qb/clsQBAccount.h"
 #include "qb/clsQBCustomer.h"
 #include "qb/clsQBEmployee.h"
@@ -13,9 +13,11 @@
 #include "qb/journal_and_payments.h"
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
+#include "support/expected_file.h"
 
 namespace {
 
+using testing_support::item;
 using testing_support::kGoneText;
 using testing_support::serverGone;
 using util::Money;
@@ -40,20 +42,6 @@ void addVendor(const char* name, const char* mark) {
     vendor.City = mark;
     vendor.OpenBalanceDate = qb::dateOf("1/2/2015");
     EXPECT_EQ(vendor.VendorAddRequest(), kYes) << gsQBStatusMessage;
-}
-
-clsQBInventory item(const char* name) {
-    clsQBInventory given;
-    given.Name = name;
-    given.IsActive = kYes;
-    given.SalesTaxCode = "Tax";
-    given.PrefVendor = "ACME";
-    given.PurchaseCost = Money::fromRaw(35000);
-    given.QuantityOnHand = 2;
-    given.IncomeAccount = "Merchandise Sales";
-    given.COGSAccount = "Cost of Goods Sold";
-    given.AssetAccount = "Inventory Asset";
-    return given;
 }
 
 void addPeople() {
@@ -172,7 +160,11 @@ struct Search {
     std::string failed;  ///< status text after a failed send
     std::int32_t failedNumber = 0;
     const char* moreBoxes = "";
+    LegacyBool otherKind = kNo;  ///< result for an answer of another kind
 };
+
+constexpr char kOtherKind[] = "<QBXML><QBXMLMsgsRs><HostQueryRs statusCode=\"0\"><HostRet/>"
+                              "</HostQueryRs></QBXMLMsgsRs></QBXML>";
 
 const Search kSearches[] = {
     {"CustomerQuery", customer, "ABC", "ABX", "CustomerSearchRq ABX "},
@@ -206,14 +198,17 @@ const Search kSearches[] = {
      "4712",
      kGoneText,
      testing_support::kServerGone,
-     " / NUV Brevane|No Record Match."},
+     " / NUV Brevane|No Record Match.",
+     kYes},
 };
 
 TEST_F(BookSearches, tellFoundFromNotFoundAndFromFailed) {
     changes();
+    std::string sent;
     for (const Search& search : kSearches) {
         SCOPED_TRACE(search.query);
         EXPECT_EQ(search.call(search.present), kYes);
+        sent += faults->documents.back();
         EXPECT_GT(gnQBReturnedCount, 0);
         EXPECT_EQ(boxes(), "");
 
@@ -226,7 +221,12 @@ TEST_F(BookSearches, tellFoundFromNotFoundAndFromFailed) {
         EXPECT_EQ(gsQBStatusMessage, search.failed);
         EXPECT_EQ(gnQBErrorNumber, search.failedNumber);
         EXPECT_EQ(boxes(), std::string("NUV Brevane|") + kGoneText);
+
+        faults->answerAt(1, kOtherKind, search.query);
+        EXPECT_EQ(search.call(search.present), search.otherKind);
+        EXPECT_EQ(boxes(), "");
     }
+    testing_support::expectFile("qb/searches.txt", sent);
     EXPECT_EQ(logLines(), "");
     EXPECT_EQ(changes(), "") << "a search changes nothing";
 }
@@ -257,7 +257,7 @@ TEST_F(BookSearches, readTheRecordThatTheirRuleChooses) {
     stock.Name = "1000001.2";
     EXPECT_EQ(stock.ItemQueryRq(), kYes);
     EXPECT_EQ(gnQBReturnedCount, 2);
-    EXPECT_EQ(stock.AverageCost, Money::fromRaw(35000));
+    EXPECT_EQ(stock.AverageCost, Money::fromWhole(8));
     EXPECT_EQ(stock.COGSAccount, "Cost of Goods Sold");
     EXPECT_NE(stock.ListID, "");
 
@@ -308,6 +308,9 @@ TEST_F(BookSearches, fillTheListsOfAccountsAndSalesReps) {
         found, "Cash Drawer 2 AccountRet; Cash Paid Out 6 AccountRet; Petty Cash 2 AccountRet; "
     );
 
+    changes();
+    gpTenderType_add("Scrip", 0);
+    EXPECT_EQ(changes(), "+ paymentMethods \"Name\": \"Scrip\" \"IsActive\": \"false\"}\n");
     gpSalesCode_add("Bobby Ray Rep", "BR", kYes);
     gpSalesCode_add("ACME", "OFF", kNo);
     qb::querySalesReps();

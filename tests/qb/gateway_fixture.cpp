@@ -9,6 +9,7 @@
 #include "platform/system/native_processes.h"
 #include "qb/smQB_Utilities.h"
 #include "support/fake_desktop.h"
+#include "support/standing_clock.h"
 #include "support/temp_folder.h"
 
 #include <sstream>
@@ -41,9 +42,6 @@ public:
             ++company_.hostQueries;
             return framed(hostAnswer());
         }
-        if (company_.failSends) {
-            throw PlatformError(-7, "gone");
-        }
         company_.sent.push_back(document);
         return company_.withoutList ? "<QBXML></QBXML>" : framed(nextAnswer());
     }
@@ -70,13 +68,6 @@ private:
     }
 
     ScriptedCompany& company_;
-};
-
-/// Noon of a fixed day.
-class FixedClock : public platform::ClockPort {
-public:
-    [[nodiscard]] util::DateTime now() const override { return {45351, 43200}; }
-    void sleep(int) override {}
 };
 
 class ScriptedOperator : public RecordingDesktop {
@@ -114,7 +105,7 @@ struct GatewayTest::World {
     ScriptedOperator desktop;
     platform::NativeFiles files;
     platform::NativeProcesses processes;
-    FixedClock clock;
+    StandingClock clock{{2024, 2, 29}};
 };
 
 void ScriptedCompany::failIfTold(const std::string& step) const {

@@ -23,7 +23,6 @@ struct ScriptedCompany {
     std::vector<std::string> hostVersions = {"1.0", "6.0", "13.0"};
     std::deque<std::string> answers;
     bool withoutList = false;  ///< what comes back has no list of answers
-    bool failSends = false;    ///< every set but a host query fails with -7 "gone"
     std::map<std::string, platform::PlatformError> failures;  ///< by step: "make", "begin",
                                                               ///< "exchange"
     std::function<void()> onMessageBox;

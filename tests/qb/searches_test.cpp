@@ -1,16 +1,13 @@
 #include "core/brv_op.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_Names.h"
-#include "db/nuvDBSM_SalesHead.h"
 #include "qb/clsQBAccount.h"
 #include "qb/clsQBCustomer.h"
 #include "qb/clsQBEmployee.h"
 #include "qb/clsQBInventory.h"
 #include "qb/clsQBPO.h"
-#include "qb/clsQBSales.h"
 #include "qb/clsQBVendor.h"
 #include "qb/gateway_fixture.h"
-#include "qb/journal_and_payments.h"
 #include "qb/smQB_Utilities.h"
 #include "util/basic_error.h"
 
@@ -20,132 +17,15 @@ using testing_support::answer;
 using testing_support::found;
 using testing_support::notFound;
 
-constexpr char kNotFoundBox[] = "NUV Brevane|none hereGetting Request";
-
 class Searches : public testing_support::GatewayTest {
 protected:
     Searches() {
         std::string name;
         gfbOpenConnectionBeginSession(name);
-        gSalesHead.Invoice = std::string_view("0000123");
         gNames.ARCode = std::string_view("ABC");
         gInventory.SL = std::string_view("10000012");
     }
 };
-
-/// Calls a search of a class whose key is `Name`.
-template <class Record, LegacyBool (Record::*search)()>
-LegacyBool byName() {
-    Record record;
-    record.Name = "ABC";
-    return (record.*search)();
-}
-
-template <LegacyBool (clsQBSales::*search)()>
-LegacyBool byTicket() {
-    clsQBSales sale;
-    sale.RefNumber = "123";
-    return (sale.*search)();
-}
-
-LegacyBool byOrder() {
-    clsQBPO order;
-    order.RefNumber = "4711";
-    gfbRequestMsgSet_reset();
-    return order.POSearchRq();
-}
-
-struct Search {
-    const char* query;
-    LegacyBool (*call)();
-    const char* filter;   ///< as it goes out, without the frame
-    const char* element;  ///< what the company file finds
-    const char*
-        failedSend;  ///< status text then; both blanks in front of the missing text are told
-};
-
-constexpr char kNameFilter[] =
-    "<NameFilter><MatchCriterion>StartsWith</MatchCriterion><Name>ABC</Name></NameFilter>";
-constexpr char kTicketFilter[] = "<RefNumberFilter><MatchCriterion>Contains</MatchCriterion>"
-                                 "<RefNumber>0000123</RefNumber></RefNumberFilter>";
-
-const Search kSearches[] = {
-    {"CustomerQuery",
-     &byName<clsQBCustomer, &clsQBCustomer::CustomerSearchRq>,
-     kNameFilter,
-     "<CustomerRet><FullName>ABC</FullName></CustomerRet>",
-     "CustomerSearchRq ABC "},
-    {"EmployeeQuery",
-     &byName<clsQBEmployee, &clsQBEmployee::EmployeeSearchRq>,
-     kNameFilter,
-     "<EmployeeRet><Name>ABCD</Name></EmployeeRet>",
-     "EmployeeSearchRq ABC "},
-    {"OtherNameQuery",
-     &byName<clsQBEmployee, &clsQBEmployee::OtherNameSearchRq>,
-     kNameFilter,
-     "<OtherNameRet><Name>ABCD</Name></OtherNameRet>",
-     "OtherNameSearchRq ABC "},
-    {"VendorQuery",
-     &byName<clsQBVendor, &clsQBVendor::VendorSearchRq>,
-     kNameFilter,
-     "<VendorRet><Name>ABCD</Name></VendorRet>",
-     "VendorSearchRq ABC "},
-    {"CreditMemoQuery",
-     &byTicket<&clsQBSales::CreditMemoSearchRq>,
-     kTicketFilter,
-     "<CreditMemoRet><RefNumber>0000123</RefNumber></CreditMemoRet>",
-     "Credit Memo search 0000123 "},
-    {"SalesReceiptQuery",
-     &byTicket<&clsQBSales::SalesReceiptSearchRq>,
-     kTicketFilter,
-     "<SalesReceiptRet><TxnID>1</TxnID></SalesReceiptRet>",
-     "SalesReceipt search 123 "},
-    {"InvoiceQuery",
-     &byTicket<&clsQBSales::InvoiceSearchRq>,
-     kTicketFilter,
-     "<InvoiceRet><TxnID>1</TxnID></InvoiceRet>",
-     "Incoice search 123 "},
-    {"ReceivePaymentQuery",
-     &gfbReceivePayment_search,
-     kTicketFilter,
-     "<ReceivePaymentRet><TxnID>1</TxnID></ReceivePaymentRet>",
-     "ReceivePayment search 0000123 "},
-    {"PurchaseOrderQuery",
-     &byOrder,
-     "<RefNumberFilter><MatchCriterion>Contains</MatchCriterion><RefNumber>4711</RefNumber>"
-     "</RefNumberFilter><IncludeLineItems>true</IncludeLineItems><IncludeLinkedTxns>true<",
-     "<PurchaseOrderRet><TxnID>1</TxnID></PurchaseOrderRet>",
-     "Error: -7 gone"},
-};
-
-TEST_F(Searches, tellFoundFromNotFoundAndFromFailed) {
-    for (const Search& search : kSearches) {
-        SCOPED_TRACE(search.query);
-        const bool isOrder = std::string(search.query) == "PurchaseOrderQuery";
-        const std::string more = isOrder ? " / NUV Brevane|No Record Match." : "";
-        company.answers = {found(search.query, search.element)};
-        EXPECT_EQ(search.call(), kYes);
-        EXPECT_NE(lastRequest().find(std::string(search.query) + "Rq"), std::string::npos);
-        EXPECT_NE(lastRequest().find(search.filter), std::string::npos) << lastRequest();
-        EXPECT_EQ(gnQBReturnedCount, 1);
-        EXPECT_EQ(boxes(), "");
-
-        company.answers = {notFound(search.query)};
-        EXPECT_EQ(search.call(), kNo);
-        EXPECT_EQ(boxes(), kNotFoundBox + more);
-
-        company.answers = {found("HostQuery", search.element)};  // an answer of another kind
-        EXPECT_EQ(search.call(), isOrder ? kYes : kNo);
-        boxes();
-
-        company.failSends = true;
-        EXPECT_EQ(search.call(), kNo);
-        company.failSends = false;
-        EXPECT_EQ(gsQBStatusMessage, search.failedSend);
-        EXPECT_EQ(gnQBErrorNumber, isOrder ? -7 : 0);
-        EXPECT_EQ(boxes(), "NUV Brevane|Error: -7 gone");
-    }
-}
 
 TEST_F(Searches, sendNothingForABlankKey) {
     clsQBCustomer customer;
@@ -246,20 +126,6 @@ TEST_F(Searches, takeTheFirstVendorAndLeaveTheNameToTheCaller) {
     EXPECT_THROW(vendor.VendorInfoRet_get(2), util::BasicError);
 }
 
-TEST_F(Searches, deleteAVendorTwice) {
-    clsQBVendor vendor;
-    vendor.ListID = "80000001-1";
-    company.answers = {answer("ListDel", 3120, "first"), answer("ListDel", 3120, "second")};
-    EXPECT_EQ(vendor.VendorDeleteRequest(), kNo);
-    ASSERT_EQ(company.sent.size(), 2U);
-    EXPECT_EQ(company.sent[0], company.sent[1]);
-    EXPECT_EQ(
-        boxes(),
-        "NUV Brevane|Status: Code = 3120, Severity = Error, Message = first / NUV Brevane|"
-        "secondGetting Request"
-    );
-}
-
 TEST_F(Searches, readAPurchaseOrderAsAWhole) {
     clsQBPO order;
     order.RefNumber = "4711";
@@ -298,7 +164,7 @@ TEST_F(Searches, fillTheListOfAccounts) {
     gpAccountQuery_populated();
     ASSERT_EQ(gaQBAccounts.size(), 2U);
     EXPECT_EQ(gaQBAccounts[0].FullName + gaQBAccounts[0].ParentName, "Bank:CashBank");
-    EXPECT_EQ(gaQBAccounts[0].AccountType + gaQBAccounts[1].AccountType, "215");
+    EXPECT_EQ(gaQBAccounts[0].AccountType + gaQBAccounts[1].AccountType, "214");
     EXPECT_EQ(gaQBAccounts[0].Balance.raw(), 32500);
     EXPECT_EQ(gaQBAccounts[0].Sublevel, 1);
 

@@ -2,6 +2,7 @@
 
 #include "db/NuvDBSM_MSDE.h"
 #include "platform/ports/platform.h"
+#include "security/secret.h"
 #include "security/sm_Encryption_Ops.h"
 #include "util/conversions.h"
 #include "windows/login_windows.h"
@@ -25,9 +26,6 @@ const char* buttonsWord(platform::BoxButtons buttons) {
 
 LoginTest::LoginTest() {
     platform::current().clock = &clock;
-    platform::current().makeConnection = [this, inner = platform::current().makeConnection] {
-        return std::make_unique<WatchedConnection>(inner(), watch);
-    };
     windows::installPasswordWindow();
     desktop.onForm["frmPasswordEnter"] = [this](ui::Form& window) {
         while (!window.isClosed()) {
@@ -61,14 +59,19 @@ void LoginTest::addUser(
     gSalesCode.SalesCode = code;
     gSalesCode.ShortCut = shortCut;
     gSalesCode.StoreNumber = kStore;
-    gSalesCode.Password = gfsPassword_Encrypt(password, gfsUserKey());
+    const security::Secret key(gfsUserKey());
+    gSalesCode.Password = gfsPassword_Encrypt(password, key.text());
     ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opInsert, 0), kNo) << code;
+}
+
+void LoginTest::update() {
+    ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
 }
 
 void LoginTest::expireIn(const std::string& code, int days) {
     user(code);
     gSalesCode.ResetPwdDate = util::DateTime{StandingClock().moment.day + days, 0};
-    ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
+    update();
 }
 
 db::SalesCodeRecord LoginTest::user(const std::string& code) {

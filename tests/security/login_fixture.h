@@ -3,7 +3,6 @@
 #include "db/nuvDBSM_SalesCodes.h"
 #include "security/clsUserLogin.h"
 #include "support/link_fixture.h"
-#include "support/watched_store.h"
 #include "windows/frmSM_USER_LOGIN.h"
 
 #include <deque>
@@ -27,6 +26,18 @@ struct Attempt {
     std::string password;
 };
 
+// Boxes of the login, as boxes() gives them.
+inline constexpr char kUnknown[] = "Invalid User ID|The 'User ID' you entered does not exist.|ok\n";
+inline constexpr char kWrong[] = "Invalid Password|The 'Password' you entered does not exist.|ok\n";
+inline constexpr char kExpired[] =
+    "Password Setup|Your password has expired. Please setup new Password now.|ok\n";
+inline constexpr char kNotSetUp[] = "Password Setup|New password has not setup. you won't be able "
+                                    "to login with expired password |ok\n";
+inline constexpr char kLocked[] = "NUV Brevane|You have been locked due to log in Failure. "
+                                  "Application will be closed|ok\n";
+inline constexpr char kSixth[] =
+    "Login Failure|You have failed to log in 6 times. \\rApplication will be closed|ok\n";
+
 /// The login on a real store, with an operator's hands. Today is 10 March 2026.
 class LoginTest : public LinkFixture {
 protected:
@@ -47,6 +58,8 @@ protected:
     /// @param expires  days from today; 0 is today.
     static void
     addUser(const std::string& code, const std::string& shortCut, const std::string& password);
+    /// Writes the row in `gSalesCode`.
+    static void update();
     static void expireIn(const std::string& code, int days);
     /// The row of a person of store 1 as the store has it; it is also the one in `gSalesCode`.
     static db::SalesCodeRecord user(const std::string& code);
@@ -65,7 +78,6 @@ protected:
 
     clsUserLogin login;
     StandingClock clock;
-    StoreWatch watch;
 };
 
 }  // namespace testing_support

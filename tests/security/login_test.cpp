@@ -1,13 +1,21 @@
 #include "platform/ports/platform.h"
 #include "security/login_fixture.h"
 #include "security/sm_Encryption_Ops.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
 #include "windows/login_windows.h"
 
 namespace {
 
 using testing_support::Attempt;
+using testing_support::kExpired;
+using testing_support::kLocked;
+using testing_support::kNotSetUp;
+using testing_support::kSixth;
+using testing_support::kUnknown;
+using testing_support::kWrong;
 using testing_support::LoginTest;
+using testing_support::tableRows;
 
 class Login : public LoginTest {
 protected:
@@ -19,10 +27,7 @@ protected:
         addUser("LIZ", "L1", "liz1234");
         user("LIZ");
         gSalesCode.Status = "I";
-        ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
-    }
-    [[nodiscard]] static std::string statusOf(const std::string& code) {
-        return user(code).Status.trimmed();
+        update();
     }
     [[nodiscard]] static std::string lastUser() {
         return platform::settings().get(
@@ -37,50 +42,10 @@ protected:
 
 constexpr char kMissing[] = "User ID Missing!|Security requires a 'User ID'\\nYou must correct "
                             "this before you can login - Try Again.|ok\n";
-constexpr char kUnknown[] = "Invalid User ID|The 'User ID' you entered does not exist.|ok\n";
-constexpr char kWrong[] = "Invalid Password|The 'Password' you entered does not exist.|ok\n";
 constexpr char kNone[] = "Log In Password required|You have not setup a password yet. Click OK to "
                          "setup a password now|ok/cancel\n";
-constexpr char kNotSetUp[] = "Password Setup|New password has not setup. you won't be able to "
-                             "login with expired password |ok\n";
 constexpr char kWeak[] = "Strong password Required|You should setup new password with at least 7 "
                          "characters combining digits & alphabets|ok\n";
-constexpr char kLocked[] = "NUV Brevane|You have been locked due to log in Failure. Application "
-                           "will be closed|ok\n";
-constexpr char kSixth[] =
-    "Login Failure|You have failed to log in 6 times. \\rApplication will be closed|ok\n";
-
-struct AttemptCase {
-    const char* given;
-    const char* userID;
-    const char* password;
-    bool enters;
-    const char* boxes;
-    int failures;
-    int field;  ///< -1: not looked at
-};
-
-constexpr AttemptCase kAttempts[] = {
-    {"the right password", "ZOE", "zoe1234", true, "", 0, -1},
-    {"a code in small letters between blanks", "  zoe ", "zoe1234", true, "", 0, -1},
-    {"a short-cut", "Z1", "zoe1234", true, "", 0, -1},
-    {"a person without a password", "YVES", "", true, "", 0, -1},
-    {"who typed one all the same", "Y1", "whatever", true, "", 0, -1},
-    {"no user ID", "", "zoe1234", false, kMissing, 0, security::fieldUserID},
-    {"a user ID of blanks", "   ", "", false, kMissing, 0, security::fieldUserID},
-    {"an unknown user ID", "NOBODY", "zoe1234", false, kUnknown, 1, security::fieldUserID},
-    {"a person of another store", "FAR", "far1234", false, kUnknown, 1, security::fieldUserID},
-    {"a user ID that is a statement", "' OR '1'='1", "", false, kUnknown, 1, security::fieldUserID},
-    {"no password", "ZOE", "", false, kWrong, 1, security::fieldPassword},
-    {"a wrong password", "ZOE", "zoe1235", false, kWrong, 1, security::fieldPassword},
-    {"capitals", "ZOE", "ZOE1234", false, kWrong, 1, security::fieldPassword},
-    {"a blank behind the password", "ZOE", "zoe1234 ", false, kWrong, 1, security::fieldPassword},
-    {"the beginning of the password", "ZOE", "zoe123", false, kWrong, 1, security::fieldPassword},
-    {"the stored form itself", "ODD", "00", false, kWrong, 1, security::fieldPassword},
-    {"a closed account with its password", "LIZ", "liz1234", false, kLocked, 0, -1},
-    {"a closed account with another", "LIZ", "liz", false, kWrong, 1, security::fieldPassword},
-};
-
 struct LockCase {
     const char* given;
     std::vector<Attempt> attempts;
@@ -103,19 +68,23 @@ TEST_F(Login, tellsWhatIsWrong) {
     addUser("ODD", "O1", "none");
     user("ODD");
     gSalesCode.Password = "00";  // no stored form: no password fits
-    ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
+    update();
     addUser("FAR", "F1", "far1234");
     execute("UPDATE SalesCode SET StoreNumber = 0 WHERE SalesCode = 'FAR'");
-    for (const AttemptCase& row : kAttempts) {
-        SCOPED_TRACE(row.given);
+    for (const auto& [given, userID, password, enters, shown, failures, field] :
+         tableRows<7>("security/login_attempts.json")) {
+        SCOPED_TRACE(given);
         logIn({{"", ""}});  // the count begins anew
         boxes();
-        logIn({{row.userID, row.password}});
-        EXPECT_EQ(isIn(), row.enters);
-        EXPECT_EQ(boxes(), row.boxes);
-        EXPECT_EQ(login.FailureCount(), row.failures);
-        if (row.field >= 0) {
-            EXPECT_EQ(login.FieldIndex, row.field);
+        logIn({{userID, password}});
+        EXPECT_EQ(isIn(), enters == "yes");
+        EXPECT_EQ(boxes(), shown);
+        EXPECT_EQ(std::to_string(login.FailureCount()), failures);
+        if (!field.empty()) {
+            EXPECT_EQ(
+                login.FieldIndex,
+                field == "user ID" ? security::fieldUserID : security::fieldPassword
+            );
         }
         EXPECT_EQ(login.Password, "");
     }
@@ -182,7 +151,7 @@ TEST_F(Login, closesTheAccountAtTheSixthFailure) {
         }
     }
     EXPECT_EQ(
-        watch.beginningWith({"UPDATE SalesCode SET Status"}),
+        store.beginningWith({"UPDATE SalesCode SET Status"}),
         (std::vector<std::string>{
             "UPDATE SalesCode SET Status = 'I' WHERE  SalesCode = 'ZED' AND storenumber =1",
             "UPDATE SalesCode SET Status = 'I' WHERE  SalesCode = 'O''NEIL' AND storenumber =1",
@@ -245,11 +214,7 @@ TEST_F(Login, anExpiredPasswordOfAClosedAccountIsChangedInVain) {
     newPasswords = {{"liz5678", "liz5678"}};
     logIn({{"LIZ", "liz1234"}});
     EXPECT_FALSE(isIn());
-    EXPECT_EQ(
-        boxes(),
-        std::string("Password Setup|Your password has expired. Please setup new Password now.|ok\n"
-        ) + kLocked
-    );
+    EXPECT_EQ(boxes(), std::string(kExpired) + kLocked);
     EXPECT_EQ(plainOf(user("LIZ").Password.trimmed()), "liz5678");
-    EXPECT_EQ(statusOf("LIZ"), "I");
+    EXPECT_EQ(user("LIZ").Status.trimmed(), "I");
 }

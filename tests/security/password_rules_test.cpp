@@ -1,42 +1,32 @@
 #include "platform/ports/platform.h"
 #include "security/login_fixture.h"
 #include "security/sm_Encryption_Ops.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
+
+#include <sqlite3.h>
 
 namespace {
 
+using testing_support::kExpired;
+using testing_support::kLocked;
+using testing_support::kNotSetUp;
+using testing_support::kWrong;
 using testing_support::LoginTest;
+using testing_support::tableRows;
 
-class PasswordRules : public LoginTest {};
-
-struct StandardCase {
-    const char* given;
-    const char* password;
-    bool met;
-};
-
-constexpr StandardCase kStandards[] = {
-    {"nothing", "", false},
-    {"three letters and four digits", "abc1234", true},
-    {"six characters", "abc123", false},
-    {"letters alone", "abcdefg", false},
-    {"digits alone", "1234567", false},
-    {"an exclamation mark and six digits", "!123456", true},
-    {"a slash, the last sign before the digits", "/123456", true},
-    {"a colon, the first behind them", ":123456", true},
-    {"a tilde, the last that counts", "~123456", true},
-    {"code 127",
-     "\x7f"
-     "123456",
-     false},
-    {"a blank is no letter", "1234 567", false},
-    {"a tab is none", "\t1234567", false},
-    {"an accented letter is none",
-     "\xe9\xe9\xe9"
-     "1234",
-     false},
-    {"blanks at the ends do not count for the length", "  abc12  ", false},
-    {"but seven characters between them do", " abc1234 ", true},
+class PasswordRules : public LoginTest {
+protected:
+    /// Lets the store refuse changes of one column of the sales codes.
+    void refuseUpdates(const std::string& column) const {
+        sqlite3* catalog = nullptr;
+        ASSERT_EQ(sqlite3_open((folder() + "/NUVDATA1.mdf").c_str(), &catalog), SQLITE_OK);
+        const std::string trigger = "CREATE TRIGGER refuse BEFORE UPDATE OF " + column +
+                                    " ON SalesCode BEGIN SELECT RAISE(ABORT, 'refused'); END";
+        EXPECT_EQ(sqlite3_exec(catalog, trigger.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(catalog);
+        sqlite3_close(catalog);
+    }
 };
 
 /// What the columns of a person hold, from the present password to the oldest.
@@ -48,21 +38,6 @@ std::string historyOf(const db::SalesCodeRecord& row) {
     }
     return plain;
 }
-
-struct HistoryCase {
-    const char* given;
-    const char* change;
-    const char* history;  ///< present password first
-};
-
-constexpr HistoryCase kChanges[] = {
-    {"the first change", "second2", "second2/first11////"},
-    {"the next", "third33", "third33/second2/first11///"},
-    {"and the next", "fourth4", "fourth4/third33/second2/first11//"},
-    {"the history is full", "fifth55", "fifth55/fourth4/third33/second2/first11/"},
-    {"the oldest drops out", "sixth66", "sixth66/fifth55/fourth4/third33/second2/"},
-    {"and may be used again", "first11", "first11/sixth66/fifth55/fourth4/third33/"},
-};
 
 struct ExpiryCase {
     const char* given;
@@ -92,24 +67,18 @@ constexpr OlderCase kOlder[] = {
     {"O'NEIL", gfsUserKeyOld},
 };
 
-constexpr char kExpired[] =
-    "Password Setup|Your password has expired. Please setup new Password now.|ok\n";
 constexpr char kUsedBefore[] =
     "Password Setup|You cannot use the same last 4 passwords. Please try another.|ok\n";
-constexpr char kNotSetUp[] = "Password Setup|New password has not setup. you won't be able to "
-                             "login with expired password |ok\n";
-constexpr char kWrongPassword[] =
-    "Invalid Password|The 'Password' you entered does not exist.|ok\n";
 
 }  // namespace
 
 TEST(PasswordStandard, asksForSevenCharactersWithDigitAndLetter) {
     const clsUserLogin login;
-    for (const auto& [given, password, met] : kStandards) {
+    for (const auto& [given, password, met] : tableRows<3>("security/password_standard.json")) {
         SCOPED_TRACE(given);
         LegacyBool result = kNo;
         login.gfb_PwdStandardMet(password, result);
-        EXPECT_EQ(result, legacyBool(met));
+        EXPECT_EQ(result, legacyBool(met == "yes"));
     }
 }
 
@@ -117,7 +86,7 @@ TEST_F(PasswordRules, aChangeShiftsTheHistory) {
     open();
     addUser("ZOE", "Z1", "first11");
     std::string present = "first11";
-    for (const auto& [given, change, history] : kChanges) {
+    for (const auto& [given, change, history] : tableRows<3>("security/password_changes.json")) {
         SCOPED_TRACE(given);
         expireIn("ZOE", 0);
         newPasswords = {{change, change}};
@@ -139,7 +108,7 @@ TEST_F(PasswordRules, theLastFiveAreRefused) {
     gSalesCode.Last2ndPwd = gfsPassword_Encrypt("oldkey2", gfsUserKeyOld());
     gSalesCode.Last3rdPwd = gfsPassword_Encrypt("oldest3", "ZOE");
     gSalesCode.Last4thPwd = "no stored form";
-    ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
+    update();
     expireIn("ZOE", -1);
     const db::SalesCodeRecord before = user("ZOE");
     newPasswords = {
@@ -154,7 +123,7 @@ TEST_F(PasswordRules, theLastFiveAreRefused) {
     EXPECT_EQ(
         boxes(),
         std::string(kExpired) + kUsedBefore + kUsedBefore + kUsedBefore + kUsedBefore +
-            kUsedBefore + kNotSetUp + kWrongPassword
+            kUsedBefore + kNotSetUp + kWrong
     );
     const db::SalesCodeRecord after = user("ZOE");
     EXPECT_EQ(after.Password, before.Password);
@@ -172,10 +141,10 @@ TEST_F(PasswordRules, aPasswordExpiresOnItsDay) {
         addUser(code, "E" + std::to_string(number), "valid123");
         user(code);
         gSalesCode.ResetPwdDate = date;
-        ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
+        update();
         logIn({{code, "valid123"}});
         EXPECT_EQ(isIn(), !expired);
-        EXPECT_EQ(boxes(), expired ? std::string(kExpired) + kNotSetUp + kWrongPassword : "");
+        EXPECT_EQ(boxes(), expired ? std::string(kExpired) + kNotSetUp + kWrong : "");
     }
 }
 
@@ -186,20 +155,58 @@ TEST_F(PasswordRules, aColumnOfAnOlderKeyIsStoredAnewOnce) {
         addUser(code, std::string(code).substr(0, 4), "none");
         user(code);
         gSalesCode.Password = gfsPassword_Encrypt("older123", key());
-        ASSERT_NE(gfiDB_Operation(db::tableSalesCode, db::opUpdate, 0), kNo);
+        update();
         // A wrong password brings the column up to date too: it is read before it is compared.
         logIn({{code, "wrong"}, {code, "older123"}});
         EXPECT_TRUE(isIn());
-        EXPECT_EQ(boxes(), kWrongPassword);
-        EXPECT_EQ(plainOf(user(code).Password.trimmed()), "older123");
-        watch.statements.clear();
+        EXPECT_EQ(boxes(), kWrong);
+        const std::string stored = user(code).Password.trimmed();
+        EXPECT_EQ(plainOf(stored), "older123");
+        EXPECT_EQ(
+            store.beginningWith({"UPDATE SalesCode SET Password = '"}).back(),
+            "UPDATE SalesCode SET Password = '" + stored + "' WHERE  SalesCode = '" +
+                util::replaceAll(code, "'", "''") + "' AND storenumber =1"
+        );
+        store.statements.clear();
         logIn({{code, "older123"}});
         EXPECT_TRUE(isIn());
-        EXPECT_TRUE(watch.beginningWith({"UPDATE"}).empty());
+        EXPECT_TRUE(store.beginningWith({"UPDATE"}).empty());
     }
     EXPECT_EQ(
         column("SELECT * FROM SalesCode WHERE Password > ' '").find("older"), std::string::npos
     );
+}
+
+TEST_F(PasswordRules, aChangeThatTheStoreRefusesIsNone) {
+    open();
+    addUser("ZOE", "Z1", "first11");
+    expireIn("ZOE", 0);
+    const db::SalesCodeRecord before = user("ZOE");
+    newPasswords = {{"second2", "second2"}};
+    refuseUpdates("Password");
+    logIn({{"ZOE", "first11"}});
+    EXPECT_FALSE(isIn());
+    EXPECT_EQ(boxes(), std::string(kExpired) + "NUV Brevane|refused|ok\n");
+    EXPECT_EQ(user("ZOE").Password, before.Password);
+    EXPECT_EQ(gSalesCode.ResetPwdDate, before.ResetPwdDate);
+    EXPECT_EQ(column("SELECT Result FROM LogInSec WHERE Detail = 'Password Change'"), "");
+}
+
+TEST_F(PasswordRules, anAccountThatIsClosedDuringTheChangeStaysClosed) {
+    open();
+    addUser("ZOE", "Z1", "first11");
+    expireIn("ZOE", 0);
+    newPasswords = {{"second2", "second2"}};
+    const auto type = desktop.onForm["frmPasswordEnter"];
+    desktop.onForm["frmPasswordEnter"] = [&](ui::Form& window) {
+        execute("UPDATE SalesCode SET Status = 'I', FullName = 'Zoe' WHERE SalesCode = 'ZOE'");
+        type(window);
+    };
+    logIn({{"ZOE", "first11"}});
+    EXPECT_FALSE(isIn());
+    EXPECT_EQ(boxes(), std::string(kExpired) + kLocked);
+    EXPECT_EQ(user("ZOE").Status.trimmed(), "I");
+    EXPECT_EQ(historyOf(gSalesCode), "second2/first11////");
 }
 
 TEST_F(PasswordRules, theFirstPasswordOfANewStoreHasExpired) {

@@ -1,6 +1,7 @@
 #include "db/nuvDBSM_SalesCodes.h"
 #include "security/clsSHA256.h"
 #include "security/sm_Encryption_Ops.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
 
 #include <cstdlib>
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+using testing_support::tableRows;
 
 /// The sales code ANN, short-cut AN, of a store.
 void holdUser(std::int16_t store) {
@@ -25,57 +28,25 @@ int fuzzCases() {
     return wanted == nullptr ? 20000 : std::atoi(wanted);          // NOLINT(cert-err34-c)
 }
 
+/// The form of "abc1234" under the key.
+constexpr char kStored[] = "E8F0E68B818B054A7A1C109B52E49D4A";
 constexpr char kKey[] = "89b412431ac25d2f8a6068c8272ab2afa599011b35a4402ce3f256c267aed0e6";
-
-struct StoredCase {
-    const char* plain;
-    const char* stored;
-};
-
-/// Made by another cipher and hash from the same rules.
-constexpr StoredCase kStored[] = {
-    {"abc1234", "E8F0E68B818B054A7A1C109B52E49D4A"},
-    {"twelve chars", "59F8385F3C6A2E73981ECA7C85187C80"},
-    {"13 characters", "9F15096E49FEFD6DEA0377A73929E24BD4E3B6032E8DE8F3EAA1982BDCB8BA12"},
-    {"caf\xe9 9", "160AEA82B66CC871B59F767DA0A1C646"},
-    {"xxxxxxxxxxxxxxxxxxxxxxxxxxxx",
-     "11C2B1FA17C05BE7E97865CF9C4006461CE3B97DE2A793E82ECD42E38C841626"},
-};
-
-struct RefusedCase {
-    const char* given;
-    std::string stored;
-};
-
-const RefusedCase kRefused[] = {
-    {"nothing", ""},
-    {"blanks", "    "},
-    {"an odd count of digits", "E8F0E68B818B054A7A1C109B52E49D4"},
-    {"one digit more", "E8F0E68B818B054A7A1C109B52E49D4A0"},
-    {"half a block", "E8F0E68B818B054A"},
-    {"a block and a byte", "E8F0E68B818B054A7A1C109B52E49D4A00"},
-    {"a letter that is no digit", "E8F0E68B818B054A7A1C109B52E49DGA"},
-    {"a blank inside", "E8F0E68B818B054A 7A1C109B52E49D4"},
-    {"a sign", "E8F0E68B818B054A7A1C109B52E49D-A"},
-    {"a byte of code 0", std::string("E8F0E68B818B054A7A1C109B52E49D\0A", 32)},
-    {"another block", "00000000000000000000000000000000"},
-    {"a changed digit", "E8F0E68B818B054A7A1C109B52E49D4B"},
-};
 
 }  // namespace
 
 TEST(StoredForm, isTheCiphersOutputInDigits) {
     holdUser(1);
     EXPECT_EQ(gfsUserKey(), kKey);
-    for (const auto& [plain, stored] : kStored) {
+    // Made by another cipher and hash from the same rules.
+    for (const auto& [plain, stored] : tableRows<2>("security/stored_forms.json")) {
         SCOPED_TRACE(plain);
         EXPECT_EQ(gfsPassword_Encrypt(plain, kKey), stored);
         EXPECT_EQ(gfsPassword_Decrypt(stored, kKey), plain);
     }
-    EXPECT_EQ(gfsPassword_Encrypt("  abc1234 ", kKey), kStored[0].stored);
+    EXPECT_EQ(gfsPassword_Encrypt("  abc1234 ", kKey), kStored);
     EXPECT_EQ(gfsPassword_Decrypt(" e8f0e68b818b054a7a1c109b52e49d4a  ", kKey), "abc1234");
     EXPECT_EQ(gfsPassword_Encrypt("", kKey) + gfsPassword_Encrypt("abc1234", ""), "");
-    EXPECT_EQ(gfsPassword_Decrypt("", kKey) + gfsPassword_Decrypt(kStored[0].stored, ""), "");
+    EXPECT_EQ(gfsPassword_Decrypt("", kKey) + gfsPassword_Decrypt(kStored, ""), "");
 }
 
 TEST(StoredForm, comesBackForEveryLengthAndCharacter) {
@@ -99,7 +70,7 @@ TEST(StoredForm, comesBackForEveryLengthAndCharacter) {
 }
 
 TEST(StoredForm, isRefusedWhenItIsNone) {
-    for (const auto& [given, stored] : kRefused) {
+    for (const auto& [given, stored] : tableRows<2>("security/refused_forms.json")) {
         SCOPED_TRACE(given);
         EXPECT_EQ(gfsPassword_Decrypt(stored, kKey), "");
     }

@@ -1,165 +1,74 @@
 #include "support/json.h"
 
-#include <charconv>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
 
 namespace testing_support {
 
-class JsonReader {
+/// Builds the values as the library's parser comes to them; numbers keep their digits.
+class JsonReader : public nlohmann::json_sax<nlohmann::json> {
 public:
-    explicit JsonReader(std::string_view document) : rest_(document), size_(document.size()) {}
+    Json document() { return std::move(root_); }
 
-    Json document() {
-        Json json = value();
-        skipBlanks();
-        if (!rest_.empty()) {
-            fail("end");
-        }
-        return json;
+    bool null() override { return put(Json::Kind::null, {}); }
+    bool boolean(bool value) override {
+        add(Json::Kind::boolean).truth_ = value;
+        return true;
+    }
+    bool number_integer(number_integer_t value) override {
+        return put(Json::Kind::number, std::to_string(value));
+    }
+    bool number_unsigned(number_unsigned_t value) override {
+        return put(Json::Kind::number, std::to_string(value));
+    }
+    bool number_float(number_float_t, const string_t& digits) override {
+        return put(Json::Kind::number, digits);
+    }
+    bool string(string_t& value) override { return put(Json::Kind::text, value); }
+    bool binary(binary_t&) override { return false; }
+    bool start_object(std::size_t) override { return open(Json::Kind::object); }
+    bool start_array(std::size_t) override { return open(Json::Kind::array); }
+    bool end_object() override { return close(); }
+    bool end_array() override { return close(); }
+    bool key(string_t& name) override {
+        key_ = name;
+        return true;
+    }
+    bool parse_error(std::size_t place, const std::string&, const nlohmann::detail::exception& why)
+        override {
+        throw std::runtime_error("JSON at " + std::to_string(place) + ": " + why.what());
     }
 
 private:
-    [[noreturn]] void fail(const std::string& expected) const {
-        throw std::runtime_error(
-            "JSON: " + expected + " expected at " + std::to_string(size_ - rest_.size())
-        );
-    }
-    void skipBlanks() {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
-    }
-    bool take(std::string_view token) {
-        skipBlanks();
-        const bool found = rest_.starts_with(token);
-        rest_.remove_prefix(found ? token.size() : 0);
-        return found;
-    }
-    void expect(std::string_view token) {
-        if (!take(token)) {
-            fail(std::string(token));
+    /// The value that comes next, in the array or object that is open.
+    Json& add(Json::Kind kind) {
+        Json* place = &root_;
+        if (!open_.empty() && open_.back()->kind_ == Json::Kind::array) {
+            place = &open_.back()->items_.emplace_back();
+        } else if (!open_.empty()) {
+            place = &open_.back()->members_.emplace_back(key_, Json()).second;
         }
+        place->kind_ = kind;
+        return *place;
+    }
+    bool put(Json::Kind kind, const std::string& text) {
+        add(kind).text_ = text;
+        return true;
+    }
+    bool open(Json::Kind kind) {
+        open_.push_back(&add(kind));
+        return true;
+    }
+    bool close() {
+        open_.pop_back();
+        return true;
     }
 
-    Json value() {
-        Json json;
-        if (take("{")) {
-            json.kind_ = Json::Kind::object;
-            sequence("}", [&] {
-                expect("\"");
-                std::string key = string();
-                expect(":");
-                json.members_.emplace_back(std::move(key), value());
-            });
-        } else if (take("[")) {
-            json.kind_ = Json::Kind::array;
-            sequence("]", [&] { json.items_.push_back(value()); });
-        } else if (take("\"")) {
-            json.kind_ = Json::Kind::text;
-            json.text_ = string();
-        } else if (take("true")) {
-            json.kind_ = Json::Kind::boolean;
-            json.truth_ = true;
-        } else if (take("false")) {
-            json.kind_ = Json::Kind::boolean;
-        } else if (!take("null")) {
-            json.kind_ = Json::Kind::number;
-            json.text_ = numberText();
-        }
-        return json;
-    }
-
-    template <class Element>
-    void sequence(std::string_view close, Element element) {
-        if (take(close)) {
-            return;
-        }
-        do {
-            element();
-        } while (take(","));
-        expect(close);
-    }
-
-    std::string numberText() {
-        const std::size_t length =
-            std::min(rest_.find_first_not_of("+-.0123456789eE"), rest_.size());
-        if (length == 0) {
-            fail("a value");
-        }
-        std::string text(rest_.substr(0, length));
-        rest_.remove_prefix(length);
-        return text;
-    }
-
-    std::string string() {
-        std::string text;
-        while (!rest_.empty() && rest_.front() != '"') {
-            const char next = rest_.front();
-            rest_.remove_prefix(1);
-            if (next == '\\') {
-                escape(text);
-            } else {
-                text += next;
-            }
-        }
-        expect("\"");
-        return text;
-    }
-
-    void escape(std::string& text) {
-        constexpr std::string_view kNames = "\"\\/bfnrt";
-        constexpr std::string_view kValues = "\"\\/\b\f\n\r\t";
-        if (rest_.empty()) {
-            fail("an escape");
-        }
-        const char name = rest_.front();
-        rest_.remove_prefix(1);
-        if (name == 'u') {
-            appendUtf8(text, codePoint());
-        } else if (const std::size_t index = kNames.find(name); index != std::string_view::npos) {
-            text += kValues[index];
-        } else {
-            fail("an escape");
-        }
-    }
-
-    unsigned codePoint() {
-        const unsigned first = hexDigits();
-        if (first < 0xD800 || first > 0xDBFF) {
-            return first;
-        }
-        expect("\\u");
-        return 0x10000 + ((first - 0xD800) << 10U) + (hexDigits() - 0xDC00);
-    }
-
-    unsigned hexDigits() {
-        unsigned number = 0;
-        const std::string_view digits = rest_.substr(0, 4);
-        const auto [end, error] =
-            std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
-        if (error != std::errc() || end != digits.data() + 4) {
-            fail("four hexadecimal digits");
-        }
-        rest_.remove_prefix(4);
-        return number;
-    }
-
-    static void appendUtf8(std::string& text, unsigned character) {
-        const auto put = [&text](unsigned bits) { text += static_cast<char>(bits); };
-        if (character < 0x80) {
-            put(character);
-            return;
-        }
-        const unsigned tails = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-        constexpr unsigned kLeads[] = {0, 0xC0, 0xE0, 0xF0};
-        put(kLeads[tails] | (character >> (6 * tails)));
-        for (unsigned i = tails; i-- > 0;) {
-            put(0x80U | ((character >> (6 * i)) & 0x3FU));
-        }
-    }
-
-    std::string_view rest_;
-    std::size_t size_;
+    Json root_;
+    std::string key_;
+    std::vector<Json*> open_;  // a value stays where it is while one inside it is open
 };
 
 namespace {
@@ -227,7 +136,9 @@ const Json& Json::operator[](std::size_t index) const {
 }
 
 Json parseJson(std::string_view document) {
-    return JsonReader(document).document();
+    JsonReader reader;
+    nlohmann::json::sax_parse(document, &reader);
+    return reader.document();
 }
 
 Json parseJsonFile(const std::string& path) {

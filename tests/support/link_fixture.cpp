@@ -9,15 +9,20 @@
 #include "db/NuvDBSM_MSDE.h"
 #include "platform/ports/platform.h"
 #include "platform/qbxml/session_manager.h"
-#include "platform/sqlite/sqlite_connection.h"
-#include "platform/sqlite/sqlite_management.h"
 #include "platform/standin/standin_channel.h"
 #include "samplestore/store_writer.h"
 
 namespace testing_support {
 
-LinkFixture::LinkFixture()
-    : settings_(folder_.str() + "/config/brevane/settings.ini"),
+namespace {
+
+constexpr char kCatalog[] = "NUVDATA1";  // as a sample store names it
+
+}  // namespace
+
+LinkFixture::LinkFixture(StoreAdapter adapter)
+    : adapter_(std::move(adapter)),
+      settings_(folder_.str() + "/config/brevane/settings.ini"),
       files_(folder_.str() + "/program") {
     install();
 }
@@ -25,6 +30,7 @@ LinkFixture::LinkFixture()
 LinkFixture::~LinkFixture() {
     setup.reset();
     core::resetLink();
+    adapter_.dropCatalog(kCatalog);
 }
 
 void LinkFixture::install() {
@@ -34,14 +40,13 @@ void LinkFixture::install() {
     adapters.processes = &processes_;
     adapters.clock = &clock_;
     adapters.desktop = &desktop;
-    const auto dataFolder = [folder = folder()] { return folder; };
-    adapters.makeConnection = [this, dataFolder] {
-        return std::make_unique<WatchedConnection>(
-            std::make_unique<platform::SqliteConnection>(dataFolder), store
-        );
+    adapters.makeConnection = [this] {
+        return std::make_unique<WatchedConnection>(adapter_.makeConnection(folder()), store);
     };
-    adapters.makeManagement = [dataFolder] {
-        return std::make_unique<platform::SqliteManagement>(dataFolder);
+    adapters.makeManagement = [this] {
+        auto management = adapter_.makeManagement(folder());
+        management->connect(adapter_.server, "qz", "", false);
+        return management;
     };
     adapters.makeSessionManager = [this]() -> std::unique_ptr<platform::IQBSessionManager> {
         return std::make_unique<platform::QbxmlSessionManager>(
@@ -58,6 +63,10 @@ void LinkFixture::makeStore(int sales, int days) {
     options.days = days;
     options.seed = 7;
     samplestore::makeStore(options);
+    if (!adapter_.isEmbedded()) {
+        settings_.save(db::kSettingsApplication, db::kSettingsSection, "Server", adapter_.server);
+        desktop.boxes.clear();  // of the connect under the name of the embedded store
+    }
     openTables();
 }
 

@@ -9,6 +9,7 @@
 #include "platform/system/native_processes.h"
 #include "support/fake_desktop.h"
 #include "support/fault_channel.h"
+#include "support/store_adapters.h"
 #include "support/temp_folder.h"
 #include "support/watched_store.h"
 #include "windows/frmSetup.h"
@@ -23,11 +24,12 @@
 
 namespace testing_support {
 
-/// The whole link on real parts, in a folder of its own: embedded store, settings, stand-in company
+/// The whole link on real parts, in a folder of its own: store, settings, stand-in company
 /// file. The operator is a RecordingDesktop; faults of the company file are planned in `faults`.
 class LinkFixture : public ::testing::Test {
 protected:
-    LinkFixture();
+    /// @param adapter  where the store's tables are: in the folder, unless another one is given.
+    explicit LinkFixture(StoreAdapter adapter = embeddedStore().front());
     ~LinkFixture() override;
 
     /// Makes a sample store of `sales` sales on `days` days (0: lists without sales) and its
@@ -62,6 +64,7 @@ protected:
     [[nodiscard]] std::vector<companyfile::TransactionSummary>
     transactions(std::string_view type = {}) const;
     [[nodiscard]] std::string folder() const { return folder_.path().string(); }
+    [[nodiscard]] const StoreAdapter& adapter() const { return adapter_; }
     [[nodiscard]] std::string companyFile() const { return folder() + "/company.qbw"; }
 
     RecordingDesktop desktop;
@@ -74,6 +77,7 @@ private:
     void install();
     void openTables();
 
+    StoreAdapter adapter_;
     TempFolder folder_;
     platform::IniSettingsStore settings_;
     platform::NativeFiles files_;

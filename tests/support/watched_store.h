@@ -3,6 +3,7 @@
 #include "platform/ports/data.h"
 #include "platform/ports/management.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -18,6 +19,8 @@ struct StoreWatch {
     std::vector<std::string> statements;
     /// Errors by the beginning of the statement that meets them.
     std::map<std::string, platform::PlatformError> failures;
+    /// What happens in the moment before a statement goes on.
+    std::function<void(std::string_view statement)> onStatement;
     bool refusesToOpen = false;
     std::optional<platform::PlatformError> connectFailure;
     std::optional<int> serverStatus;
@@ -25,6 +28,9 @@ struct StoreWatch {
 
     void pass(std::string_view statement) {
         statements.emplace_back(statement);
+        if (const auto step = onStatement) {  // a step may take itself away
+            step(statement);
+        }
         for (const auto& [beginning, error] : failures) {
             if (statement.starts_with(beginning)) {
                 throw error;

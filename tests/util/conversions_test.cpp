@@ -271,3 +271,13 @@ TEST(Conversions, failOnNumbersBeyondEveryRange) {
     EXPECT_EQ(util::toDouble("1e-99999999999"), 0);
     EXPECT_EQ(util::format("1e400", "0.00"), "1e400");
 }
+
+TEST(Conversions, countDaysInFrontOfDayZeroWithTimesThatStillGoForward) {
+    EXPECT_EQ(util::format("-1.25", "yyyymmdd hh:mm"), "18991229 06:00");
+}
+
+TEST(Conversions, takeNoHalfOfAPair) {
+    EXPECT_TRUE(util::isNumeric("(5)"));
+    EXPECT_FALSE(util::isNumeric("(5"));
+    EXPECT_FALSE(util::isNumeric("5)"));
+}

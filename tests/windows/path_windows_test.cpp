@@ -7,6 +7,7 @@
 #include "windows/frmSM_DATAPATH2.h"
 #include "windows/setup_fixture.h"
 
+#include <algorithm>
 #include <fstream>
 
 namespace {
@@ -28,6 +29,13 @@ protected:
     [[nodiscard]] std::string shop() const { return folder() + "/shop"; }
     static void press(ui::Form& window, const char* name, int index = ui::kNoIndex) {
         window.raise(name, ui::Signal::click, index);
+    }
+    /// Picks an entry that the list must hold.
+    static void select(ui::Form& window, const char* name, const std::string& entry) {
+        const Names& items = window.control(name).items;
+        EXPECT_NE(std::find(items.begin(), items.end(), entry), items.end()) << entry;
+        window.setText(name, entry);
+        window.raise(name, ui::Signal::select);
     }
     void show(ui::Form& window, const std::function<void(ui::Form&)>& script) {
         desktop.boxes.clear();
@@ -87,8 +95,7 @@ TEST_F(PathWindows, theListsOfTheBrowserFollowEachOther) {
         EXPECT_EQ(browser.text("dirBrowse"), shop());
         EXPECT_EQ(browser.text("TxtPath"), shop() + "/one.qbw");
 
-        browser.setText("fileBrowse", "two.qbw");
-        browser.raise("fileBrowse", ui::Signal::select);
+        select(browser, "fileBrowse", "two.qbw");
         EXPECT_EQ(browser.text("TxtPath"), shop() + "/two.qbw");
 
         browser.setText("txtFileSpec", " ");
@@ -98,23 +105,33 @@ TEST_F(PathWindows, theListsOfTheBrowserFollowEachOther) {
             browser.control("fileBrowse").items, (Names{"notes.txt", "one.qbw", "plain", "two.qbw"})
         );
 
-        const Names chain = browser.control("dirBrowse").items;
-        ASSERT_GT(chain.size(), 2U);
-        EXPECT_EQ(chain.front(), "/");
-        EXPECT_EQ(chain.back(), shop());
-        browser.setText("dirBrowse", chain.at(chain.size() - 2));
-        browser.raise("dirBrowse", ui::Signal::select);
+        // The folders around the one at hand, that one, and those in it.
+        const Names folders = browser.control("dirBrowse").items;
+        ASSERT_GT(folders.size(), 3U);
+        EXPECT_EQ(folders.front(), "/");
+        const Names last(folders.end() - 3, folders.end());
+        EXPECT_EQ(last, (Names{folder(), shop(), shop() + "/books"}));
+        select(browser, "dirBrowse", folder());
         EXPECT_EQ(browser.text("TxtPath"), folder());
-
-        browser.setText("TxtPath", shop() + "/books");
-        browser.raise("TxtPath", ui::Signal::leave);
-        EXPECT_EQ(browser.text("dirBrowse"), shop() + "/books");
+        select(browser, "dirBrowse", shop());
+        select(browser, "dirBrowse", shop() + "/books");
+        EXPECT_EQ(browser.text("TxtPath"), shop() + "/books");
         EXPECT_TRUE(browser.control("fileBrowse").items.empty());
 
-        browser.setText("drvBrowse", "C:");
-        browser.raise("drvBrowse", ui::Signal::select);
+        browser.setText("TxtPath", shop() + "/two.qbw");
+        browser.raise("TxtPath", ui::Signal::leave);
+        EXPECT_EQ(browser.text("dirBrowse"), shop());
+        EXPECT_EQ(browser.text("fileBrowse"), "two.qbw");
+
+        // A machine without drive letters offers its root beside the drive of the suite.
+        EXPECT_EQ(browser.control("drvBrowse").items, (Names{"C:", "/"}));
+        EXPECT_EQ(browser.text("drvBrowse"), "/");
+        select(browser, "drvBrowse", "C:");
         EXPECT_EQ(browser.text("dirBrowse"), "C:\\");
         EXPECT_EQ(browser.text("TxtPath"), "C:\\");
+        select(browser, "drvBrowse", "/");
+        EXPECT_EQ(browser.text("TxtPath"), "/");
+        EXPECT_GT(browser.control("dirBrowse").items.size(), 1U);
     });
 }
 
@@ -250,13 +267,20 @@ TEST_F(PathWindows, theDataPathWindowOffersAndBrowses) {
         EXPECT_EQ(window.control("cboEdit").items.size(), 50U);
         EXPECT_EQ(window.text("cboEdit"), "1");
         EXPECT_TRUE(window.control("txtEdit", 0).locked);
-        desktop.onForm["frmSMFILE_PATH"] = [&](ui::Form& browser) {
-            EXPECT_EQ(browser.text("TxtPath"), "C:\\KV");
-            browser.setText("TxtPath", shop());
-            press(browser, "cmdOkCancel", 0);
-        };
-        press(window, "cmdBrowsePath");
-        EXPECT_EQ(window.text("txtEdit", 1), shop());
+        std::string before = "C:\\KV";
+        for (const auto& [chosen, taken] :
+             {std::pair{shop(), shop()},
+              std::pair{shop() + "/notes.txt", shop()},
+              std::pair{shop() + "/new", shop() + "/new"}}) {
+            desktop.onForm["frmSMFILE_PATH"] = [&](ui::Form& browser) {
+                EXPECT_EQ(browser.text("TxtPath"), before);
+                browser.setText("TxtPath", chosen);
+                press(browser, "cmdOkCancel", 0);
+            };
+            press(window, "cmdBrowsePath");
+            EXPECT_EQ(window.text("txtEdit", 1), taken);
+            before = taken;
+        }
         desktop.onForm["frmSMFILE_PATH"] = [](ui::Form& browser) {
             press(browser, "cmdClear");
             press(browser, "cmdOkCancel", 0);

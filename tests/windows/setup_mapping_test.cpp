@@ -3,8 +3,11 @@
 #include "platform/ports/platform.h"
 #include "qb/smQB_Utilities.h"
 #include "support/expected_file.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
 #include "windows/setup_fixture.h"
+
+#include <map>
 
 namespace {
 
@@ -19,6 +22,17 @@ protected:
     }
     [[nodiscard]] const std::string& cell(std::size_t row) {
         return setup->control("fgrdList").rows.at(row).at(1);
+    }
+    /// All accounts that the window holds.
+    [[nodiscard]] std::string shown() {
+        std::string text = setup->text("txtAccount", 1) + "|" + setup->text("txtAccount", 2);
+        for (std::size_t row = 0; row < goNuvAcct.size(); ++row) {
+            text += "|" + cell(row + 1) + "=" + goNuvAcct.at(row).QBAccount;
+        }
+        for (int row = 0; row < 7; ++row) {
+            text += "|" + setup->text("txtAR_SalesAccount", row);
+        }
+        return text;
     }
     /// `QBLINK.NUV` with the name of the scratch folder replaced.
     [[nodiscard]] std::string setupFile() {
@@ -106,6 +120,50 @@ TEST_F(SetupMapping, commitsTheListOnLeavingAndOnASecondClick) {
     EXPECT_EQ(boxes(), "");
 }
 
+TEST_F(SetupMapping, changesNothingWhenTheListIsLeftWithoutAPick) {
+    struct Place {
+        const char* control;
+        int index;
+        int row;
+    };
+    constexpr Place kPlaces[] = {
+        {"fgrdList", ui::kNoIndex, 2},
+        {"txtAR_SalesAccount", 3, 0},
+        {"txtAccount", 2, 0},
+    };
+    open();
+    click("fgrdList", ui::kNoIndex, 1, 1);
+    pick("Petty Cash");  // what the list showed last
+    const std::string before = shown();
+    for (const Place& place : kPlaces) {
+        SCOPED_TRACE(place.control);
+        click(place.control, place.index, place.row, 1);
+        EXPECT_NE(setup->text("cboAcct"), "Petty Cash");
+        setup->raise("cboAcct", ui::Signal::leave);
+        EXPECT_EQ(shown(), before);
+    }
+}
+
+TEST_F(SetupMapping, givesAllTendersOfOneNameTheirAccountTogether) {
+    makeStore(0, 1);
+    execute("UPDATE TenderTypes SET Description = 'cash' WHERE TenderID IN (4, 6)");
+    openSetup();
+    ASSERT_EQ(setup->control("fgrdList").rows.at(5).at(0), "cash                ");
+    for (const std::size_t picked : {2U, 5U, 7U}) {
+        const std::string account = "Account of row " + std::to_string(picked);
+        click("fgrdList", ui::kNoIndex, static_cast<int>(picked), 1);
+        pick(account);
+        for (const std::size_t row : {2U, 5U, 7U}) {
+            EXPECT_EQ(cell(row), account);
+            EXPECT_EQ(goNuvAcct.at(row - 1).QBAccount, account);
+        }
+        EXPECT_NE(cell(3), account);
+    }
+    press("cmdAcceptCancel", 0);
+    restart();
+    EXPECT_EQ(cell(2) + cell(5) + cell(7), "Account of row 7Account of row 7Account of row 7");
+}
+
 TEST_F(SetupMapping, offersNothingWithoutACompanyFile) {
     makeStore(0, 1);
     setSetupValue("PATH", "Company QuickBook File", "");
@@ -168,42 +226,26 @@ TEST_F(SetupMapping, startsFromDefaultsWithoutASetupFile) {
 }
 
 TEST_F(SetupMapping, validatesTheMarksWhileTheyAreUnlocked) {
-    struct MarkCase {
-        const char* field;
-        const char* typed;
-        const char* shown;
-        const char* status;
-        const char* mark;
-    };
-    constexpr MarkCase kMarks[] = {
-        {"txtLastPostedInvoice", "12", "0000012", "", "0000012"},
-        {"txtLastPostedInvoice", "", "", "Invalid Invoice number", "0000012"},
-        {"txtLastPostedInvoice", "12a", "12a", "Invalid Invoice number", "0000012"},
-        {"txtLastPostedPO", "01/16/2015", "01/16/2015", "", "20150116"},
-        {"txtLastPostedPO", "20150117", "20150117", "", "20150117"},
-        {"txtLastPostedPO", "7", "00000007", "", "00000000"},
-        {"txtLastPostedPO", "soon", "soon", "Invalid PO number", "00000000"},
-        {"txtLastPostedDate", "1/2/2015", "1/2/2015", "", "20150102"},
-        {"txtLastPostedDate", "never", "never", "", "20150102"},
-    };
     open();
+    const std::map<std::string, const std::string*> kMarks = {
+        {"txtLastPostedInvoice", &gsLastInvoice},
+        {"txtLastPostedPO", &gsLastPODate},
+        {"txtLastPostedDate", &gsLastInvoiceDate},
+    };
     gsLastInvoice = "0000001";
     type("txtLastPostedInvoice", "99");
     EXPECT_EQ(gsLastInvoice, "0000001");  // locked
     press("mnuUnlock");
-    for (const MarkCase& row : kMarks) {
-        SCOPED_TRACE(std::string(row.field) + " " + row.typed);
+    for (const auto& [field, typed, left, told, mark] :
+         testing_support::tableRows<5>("windows/mark_fields.json")) {
+        SCOPED_TRACE(testing::Message() << field << " " << typed);
         setup->setFocus("");
         setup->setText("LblStatus", "");
-        type(row.field, row.typed);
-        EXPECT_EQ(setup->text(row.field), row.shown);
-        EXPECT_EQ(status(), row.status);
-        EXPECT_EQ(setup->focus(), *row.status == '\0' ? "" : row.field);
-        const std::string field = row.field;
-        const std::string& mark = field == "txtLastPostedInvoice" ? gsLastInvoice
-                                  : field == "txtLastPostedPO"    ? gsLastPODate
-                                                                  : gsLastInvoiceDate;
-        EXPECT_EQ(mark, row.mark);
+        type(field, typed);
+        EXPECT_EQ(setup->text(field), left);
+        EXPECT_EQ(status(), told);
+        EXPECT_EQ(setup->focus(), told.empty() ? "" : field);
+        EXPECT_EQ(*kMarks.at(field), mark);
     }
 }
 

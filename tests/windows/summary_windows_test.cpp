@@ -200,6 +200,17 @@ TEST_F(SummaryWindows, exitSavesTheMappingAndEndsTheProgram) {
     EXPECT_EQ(setting("Last Date Posted"), "");
 }
 
+TEST_F(SummaryWindows, tendersOfOneNameHaveOneAccount) {
+    execute("UPDATE TenderTypes SET Description = 'Cash' WHERE TenderID = 4");
+    FrmQuickSetUP window;
+    show(window, [&](ui::Form&) {
+        pick(window, 2, "Checking");  // the first of the two rows: the last one is written last
+        EXPECT_EQ(window.control("fgrdList").rows.at(5).at(1), "Checking");
+        window.raise("cmdExit", ui::Signal::click);
+    });
+    EXPECT_EQ(setting("Cash"), "Checking");
+}
+
 TEST_F(SummaryWindows, withoutACompanyFileOneIsAskedFor) {
     gsQBFilePath.clear();
     FrmQuickSetUP window;

@@ -31,9 +31,10 @@ bool isKeyName(const std::string& key) {
         "Esc",
         "Enter",
     };
-    return std::any_of(std::begin(kKeys), std::end(kKeys), [&](const char* known) {
-        return util::sameName(known, key);
-    });
+    const bool isLetter = key.size() == 1 && util::upper(key) >= "A" && util::upper(key) <= "Z";
+    return isLetter || std::any_of(std::begin(kKeys), std::end(kKeys), [&](const char* known) {
+               return util::sameName(known, key);
+           });
 }
 
 /// The action without the text that is typed: that may be a password.
@@ -66,6 +67,7 @@ const ConsoleDesktop::ActionRow* ConsoleDesktop::findRow(const std::string& verb
         {"menu", &ConsoleDesktop::playMenu},
         {"key", &ConsoleDesktop::playKey},
         {"answer", &ConsoleDesktop::playAnswer},
+        {"file", &ConsoleDesktop::playFile},
         {"stop", &ConsoleDesktop::playStop},
         {"show", &ConsoleDesktop::playShow},
         {"close", &ConsoleDesktop::playClose},
@@ -273,6 +275,13 @@ void ConsoleDesktop::playAnswer(const ConsoleAction& action) {
         }
     }
     refuseScript("no answer", action);
+}
+
+void ConsoleDesktop::playFile(const ConsoleAction& action) {
+    if (util::trim(action.rest).empty()) {
+        refuseScript("no file is named", action);
+    }
+    files_.push_back(action.rest);
 }
 
 void ConsoleDesktop::playStop(const ConsoleAction& action) {

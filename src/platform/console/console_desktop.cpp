@@ -2,6 +2,8 @@
 
 #include "util/conversions.h"
 
+#include <utility>
+
 namespace platform {
 
 namespace {
@@ -136,8 +138,13 @@ void ConsoleDesktop::openDocument(const std::string& name) {
 std::string ConsoleDesktop::chooseFile(
     const std::string& title, const std::string& startPath, const std::string& /*filter*/
 ) {
-    printer_.fileChoice(title, startPath);
-    return {};
+    std::string file;
+    if (!files_.empty()) {
+        file = std::move(files_.front());
+        files_.pop_front();
+    }
+    printer_.fileChoice(title, startPath, file);
+    return file;
 }
 
 bool ConsoleDesktop::hasOperator() const {

@@ -12,7 +12,8 @@ namespace platform {
 
 /// The operator at a stream: reads one action a line and says what the program shows, for servers,
 /// tests and demonstrations. Actions are read only while a window waits for its operator; boxes
-/// take the answers that were queued before, else their default button.
+/// and choices of a file take the answers that were queued before, else their default button or
+/// none.
 class ConsoleDesktop : public DesktopPort, private ui::FormObserver {
 public:
     ConsoleDesktop(std::istream& in, std::ostream& out);
@@ -28,7 +29,7 @@ public:
     void pendingEvents() override;
     void setBusyCursor(bool busy) override;
     void openDocument(const std::string& name) override;
-    /// There is nobody to look through folders: always cancelled.
+    /// The file that was queued; without one the choice is cancelled.
     std::string chooseFile(
         const std::string& title, const std::string& startPath, const std::string& filter
     ) override;
@@ -62,6 +63,7 @@ private:
     void playCell(const ConsoleAction& action);
     void playKey(const ConsoleAction& action);
     void playAnswer(const ConsoleAction& action);
+    void playFile(const ConsoleAction& action);
     void playStop(const ConsoleAction& action);
     void playShow(const ConsoleAction& action);
     void playClose(const ConsoleAction& action);
@@ -79,6 +81,7 @@ private:
     ConsolePrinter printer_;
     ui::Form* form_ = nullptr;  ///< the window that waits for the operator
     std::deque<BoxAnswer> answers_;
+    std::deque<std::string> files_;  ///< for the coming choices of a file
     std::optional<Stop> stop_;
     int depth_ = 0;  ///< actions under way
     bool ended_ = false;

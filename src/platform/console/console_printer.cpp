@@ -110,8 +110,13 @@ void ConsolePrinter::document(const std::string& name) {
     line("[open] " + escaped(name));
 }
 
-void ConsolePrinter::fileChoice(const std::string& title, const std::string& folder) {
-    line("[file] " + escaped(title) + " | " + escaped(folder) + " -> cancel");
+void ConsolePrinter::fileChoice(
+    const std::string& title, const std::string& startPath, const std::string& file
+) {
+    line(
+        "[file] " + escaped(title) + " | " + escaped(startPath) + " -> " +
+        (file.empty() ? "cancel" : escaped(file))
+    );
 }
 
 void ConsolePrinter::refused(const std::string& action, const std::string& reason) {

@@ -23,8 +23,9 @@ public:
     box(const std::string& title, const std::string& text, BoxButtons buttons, BoxAnswer answer);
     /// `[open] C:\data\QBLINK.LOG`
     void document(const std::string& name);
-    /// `[file] title | folder -> file`; an empty file: cancelled.
-    void fileChoice(const std::string& title, const std::string& folder);
+    /// `[file] title | where it began -> file`; an empty file is printed as `cancel`.
+    void
+    fileChoice(const std::string& title, const std::string& startPath, const std::string& file);
     /// `[refused] click cmdStop: disabled`
     void refused(const std::string& action, const std::string& reason);
     /// `[control] chkExport(3) checkBox 1 enabled visible`; texts stand in quotes. A grid shows its

@@ -20,7 +20,7 @@ struct TableInfo {
 /// What a new catalog is made of. A data file that exists is attached as it stands.
 struct CatalogFiles {
     std::string name;
-    std::string dataFile;     ///< full name of the ".mdf"
+    std::string dataFile;     ///< full name of the ".mdf"; empty: where the server keeps its files
     std::string logFile;      ///< full name of the ".ldf"
     std::string logicalLog;   ///< logical name of the log file
     bool attachData = false;  ///< the data file was there

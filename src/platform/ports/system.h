@@ -50,6 +50,9 @@ public:
     /// Names (without folder) of the files in `folder` that fit `pattern` ("NUVDATA*.mdf"), sorted.
     [[nodiscard]] virtual std::vector<std::string>
     list(const std::string& folder, const std::string& pattern) const = 0;
+    /// Names (without folder) of the folders in `folder`, sorted; those that begin with a point are
+    /// the system's own and left out.
+    [[nodiscard]] virtual std::vector<std::string> folders(const std::string& folder) const = 0;
     /// True when the file can be written, or made in an existing folder. Changes nothing.
     [[nodiscard]] virtual bool isWritable(const std::string& name) const = 0;
     /// The folder of the program's own files, without a backslash at the end.

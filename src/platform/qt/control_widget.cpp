@@ -24,6 +24,13 @@ QRect ControlWidget::partAt(int /*row*/, int /*column*/) const {
     return widget() == nullptr ? QRect() : widget()->rect();
 }
 
+QString ControlWidget::nameFor(const ui::ControlState& state) const {
+    if (!spoken_.isEmpty()) {
+        return spoken_;
+    }
+    return state.caption.empty() ? toQt(state.name) : toQt(state.caption);
+}
+
 namespace {
 
 /// A control that is one widget.
@@ -45,7 +52,23 @@ private:
 class Label : public Single<ElidedLabel> {
 public:
     explicit Label(QWidget* parent) : Single(new ElidedLabel(parent)) {}
-    void apply(const ui::ControlState& state) override { get()->setText(toQt(state.caption)); }
+    void apply(const ui::ControlState& state) override {
+        caption_ = toQt(state.caption);
+        showCaption();
+    }
+    void setMnemonic(char letter) override {
+        letter_ = letter;
+        showCaption();
+    }
+
+private:
+    /// Only in a label that belongs to a field "&" marks the letter.
+    void showCaption() {
+        get()->setText(get()->buddy() == nullptr ? caption_ : withMnemonic(caption_, letter_));
+    }
+
+    QString caption_;
+    char letter_ = 0;
 };
 
 /// Push buttons, check boxes and option buttons.
@@ -65,7 +88,7 @@ public:
     void apply(const ui::ControlState& state) override {
         caption_ = toQt(state.caption);
         this->get()->setText(withMnemonic(caption_, letter_));
-        this->get()->setAccessibleName(caption_.isEmpty() ? toQt(state.name) : caption_);
+        this->get()->setAccessibleName(this->nameFor(state));
         isPage_ = state.kind == ui::Kind::button && this->get()->isCheckable();
         if (this->get()->isCheckable() && !isPage_) {
             setChecked(state.value != 0);
@@ -113,7 +136,7 @@ public:
             get()->setReadOnly(state.locked);
             showLocked(get(), state.locked);
         }
-        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+        get()->setAccessibleName(nameFor(state));
     }
     void alignRight() override { get()->setAlignment(Qt::AlignRight | Qt::AlignVCenter); }
 };
@@ -139,7 +162,7 @@ public:
         const QString text = toQt(state.text);
         get()->setPlaceholderText(text);
         get()->setCurrentIndex(text.isEmpty() ? -1 : get()->findText(text));
-        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+        get()->setAccessibleName(nameFor(state));
     }
     void openList() override { get()->showPopup(); }
 
@@ -166,7 +189,7 @@ public:
             get()->setDate(date);
         }
         get()->setReadOnly(state.locked);
-        get()->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+        get()->setAccessibleName(nameFor(state));
     }
 
 private:

@@ -7,6 +7,7 @@
 #include <string>
 
 #include <QRect>
+#include <QString>
 
 class QAction;
 class QWidget;
@@ -42,6 +43,8 @@ public:
     virtual void apply(const ui::ControlState& state) = 0;
     virtual void setUsable(bool usable) = 0;
     virtual void setShown(bool shown) = 0;
+    /// What a screen reader says for it instead of its caption.
+    void setSpoken(const QString& name) { spoken_ = name; }
     /// Letter of the caption that reaches the control with Alt; 0 for none.
     virtual void setMnemonic(char /*letter*/) {}
     /// Numbers stand at the right edge.
@@ -50,6 +53,13 @@ public:
     [[nodiscard]] virtual QRect partAt(int row, int column) const;
     /// Opens a list so that the operator can pick.
     virtual void openList() {}
+
+protected:
+    /// What a screen reader says: the name that was set, the caption, or else the control's name.
+    [[nodiscard]] QString nameFor(const ui::ControlState& state) const;
+
+private:
+    QString spoken_;
 };
 
 /// Makes the widget of a control's kind as a child of `parent`.

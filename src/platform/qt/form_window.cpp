@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -63,7 +64,9 @@ FormWindow::FormWindow(ui::Form& form, Post post, const DayFirst& dayFirst)
     makeMenus();
     makeBusyBar(builder);
     markPages();
-    giveMnemonics();
+    nameControls();
+    giveLetters();
+    giveKeys();
     orderTabs();
     for (const ui::ControlState& state : form.controls()) {
         refresh(state);
@@ -75,8 +78,9 @@ FormWindow::~FormWindow() {
     QApplication::instance()->removeEventFilter(this);
 }
 
+/// Who shows a form modal waits for it, so that it outlives its window.
 bool FormWindow::isFormThere() const {
-    return ui::findForm(name_) == form_;
+    return windowModality() != Qt::NonModal || ui::findForm(name_) == form_;
 }
 
 void FormWindow::makeControls(const DayFirst& dayFirst) {
@@ -164,40 +168,6 @@ void FormWindow::refreshPages() {
     }
 }
 
-/// Letters go to buttons first, then to boxes, then to fields.
-void FormWindow::giveMnemonics() {
-    using ui::Kind;
-    MnemonicPool pool;
-    for (const ui::ControlState& state : form_->controls()) {
-        if (state.kind == Kind::menuItem && state.parent.empty()) {
-            pool.take(toQt(state.caption));
-        }
-    }
-    const auto give = [&](auto&& wants) {
-        for (std::size_t slot = 0; slot < slots_.size(); ++slot) {
-            const ui::ControlState& state = form_->controls()[slot];
-            if (!wants(state)) {
-                continue;
-            }
-            if (QLabel* caption = slots_[slot].caption) {
-                const QString text = caption->text();
-                caption->setText(
-                    withMnemonic(text, pool.take(text, MnemonicPool::From::wordBeginnings))
-                );
-            } else {
-                slots_[slot].control->setMnemonic(pool.take(toQt(state.caption)));
-            }
-        }
-    };
-    give([](const ui::ControlState& state) { return state.kind == Kind::button; });
-    give([](const ui::ControlState& state) {
-        return state.kind == Kind::checkBox || state.kind == Kind::optionButton;
-    });
-    give([](const ui::ControlState& state) {
-        return isTyped(state.kind) || state.kind == Kind::dropDown;
-    });
-}
-
 /// Tab follows the order of the layout, which is the order of the screen.
 void FormWindow::orderTabs() {
     const std::vector<QWidget*> order = tabOrderOf(*content_->layout());
@@ -232,6 +202,10 @@ void FormWindow::focusFirst() {
     for (QWidget* widget : tabOrderOf(*content_->layout())) {
         if (widget->isEnabled() && widget->isVisible()) {
             widget->setFocus(Qt::OtherFocusReason);
+            auto* field = qobject_cast<QLineEdit*>(widget);
+            if (field != nullptr && layout_ != nullptr && layout_->style == layout::Style::dialog) {
+                field->selectAll();
+            }
             return;
         }
     }
@@ -258,6 +232,7 @@ void FormWindow::refresh(const ui::ControlState& state) {
     const std::size_t slot = slotOfState(state);
     const bool wasQuiet = std::exchange(quiet_, true);  // hiding may move the focus
     slots_[slot].control->apply(state);
+    refreshCaption(slot);
     setShown(slot, state.visible);
     setUsable(slot);
     quiet_ = wasQuiet;
@@ -274,6 +249,7 @@ void FormWindow::setShown(std::size_t slot, bool shown) {
     if (slots_[slot].isCut) {
         return;
     }
+    shown = shown && (!slots_[slot].hidesEmpty || !form_->controls()[slot].items.empty());
     if (!floats(slot)) {
         slots_[slot].control->setShown(shown);
         for (QLabel* caption : {slots_[slot].caption, slots_[slot].captionEnd}) {

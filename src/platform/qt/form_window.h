@@ -15,6 +15,7 @@ class QKeyEvent;
 namespace platform {
 
 class BusyBar;
+class MnemonicPool;
 
 /// Something that the operator did in a window; played when no event of the toolkit is under way.
 struct Act {
@@ -67,7 +68,16 @@ private:
     void makeMenus();
     void makeBusyBar(LayoutBuilder& builder);
     void markPages();
-    void giveMnemonics();
+    void nameControls();
+    void giveLetters();
+    void giveLettersOn(std::size_t page, int first, int end, MnemonicPool& pool);
+    void giveLetter(std::size_t slot, MnemonicPool& pool);
+    void giveKeys();
+    void pressByKey(std::size_t slot);
+    void refreshCaption(std::size_t slot);
+    [[nodiscard]] int letterRound(const ui::ControlState& state) const;
+    [[nodiscard]] bool hasFormKey(const ui::ControlState& state) const;
+    [[nodiscard]] std::size_t pageOf(std::size_t slot) const;
     void orderTabs();
     bool takeKey(const QKeyEvent& event);
     void watchFocus(std::size_t slot, const QEvent& event);
@@ -94,7 +104,8 @@ private:
     bool listPending_ = false;
     std::size_t listSlot_ = 0;
     bool frozen_ = false;
-    bool quiet_ = false;  ///< the focus moves without the operator
+    bool quiet_ = false;         ///< the focus moves without the operator
+    std::vector<char> letters_;  ///< by slot; 0: it has none
     std::size_t enteredByMouse_;
     QPointer<QWidget> focusBeforeFreeze_;
 };

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "platform/qt/layout.h"
+#include "platform/qt/layout_builder.h"
 #include "ui/control.h"
-
-#include <cstddef>
 
 /// What the sources of a form's window share.
 namespace platform {
 
-inline constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
 /// The button that ends a run; it can be pressed while everything else waits.
 inline constexpr char kStop[] = "cmdStop";
 

@@ -96,7 +96,7 @@ public:
     void setShown(bool shown) override { table_->setVisible(shown); }
 
     void apply(const ui::ControlState& state) override {
-        table_->setAccessibleName(state.caption.empty() ? toQt(state.name) : toQt(state.caption));
+        table_->setAccessibleName(nameFor(state));
         if (state.rows.empty()) {
             table_->setRowCount(0);
             return;

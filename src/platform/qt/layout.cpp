@@ -25,6 +25,7 @@ constexpr Mark kMarks[] = {
     {'!', &Cell::noCaption},
     {'>', &Cell::right},
     {'#', &Cell::big},
+    {'?', &Cell::hidesEmpty},
 };
 
 /// Cuts the marks behind a place's name off and takes them in.
@@ -88,6 +89,17 @@ Cell cellOf(std::string_view token) {
 }
 
 }  // namespace
+
+const char* spokenName(const Window* window, std::string_view control, int index) {
+    if (window == nullptr) {
+        return "";
+    }
+    const auto found =
+        std::find_if(window->names.begin(), window->names.end(), [&](const Spoken& row) {
+            return row.index == index && util::sameName(row.control, control);
+        });
+    return found == window->names.end() ? "" : found->name;
+}
 
 std::vector<Cell> cellsOf(std::string_view cells) {
     std::vector<Cell> result;

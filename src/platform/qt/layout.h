@@ -22,7 +22,8 @@ namespace platform::layout {
 ///     ...                takes the spare width
 ///
 /// and behind it, a span last: `*` takes the spare width, `+` the spare height, `!` leaves the
-/// caption away, `>` puts numbers at the right edge, `:3` covers three places.
+/// caption away, `>` puts numbers at the right edge, `?` hides a list without entries, `:3` covers
+/// three places.
 struct Line {
     const char* box;  ///< "" is the window itself; a frame of the form, or a box of the layout
     const char* cells;
@@ -32,6 +33,14 @@ struct Line {
 struct Title {
     const char* box;
     const char* title;
+};
+
+/// What a screen reader says for a control whose own caption says nothing. A field bears it as its
+/// caption, too, unless its place leaves captions away.
+struct Spoken {
+    const char* control;
+    int index;
+    const char* name;
 };
 
 enum class Style : unsigned char {
@@ -48,6 +57,7 @@ struct Window {
     int height;  ///< in lines of text
     std::span<const Line> lines;
     std::span<const Title> titles;
+    std::span<const Spoken> names = {};
 };
 
 /// The description of a form's window; one that puts the controls below each other, in the order of
@@ -66,9 +76,13 @@ struct Cell {
     bool noCaption = false;
     bool right = false;
     bool big = false;
+    bool hidesEmpty = false;
     int span = 1;
 };
 inline constexpr int kEachIndex = -2;
+
+/// The name in the window's table; empty when it has no row.
+const char* spokenName(const Window* window, std::string_view control, int index);
 
 /// Reads the places of one line.
 std::vector<Cell> cellsOf(std::string_view cells);

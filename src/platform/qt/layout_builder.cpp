@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -21,11 +22,10 @@ using layout::Cell;
 
 constexpr char kButtonBar[] = "buttons of the default layout";
 
-bool hasCaptionBeside(const ui::ControlState& state) {
+bool isField(ui::Kind kind) {
     using ui::Kind;
-    const bool isField = state.kind == Kind::textBox || state.kind == Kind::passwordBox ||
-                         state.kind == Kind::dropDown || state.kind == Kind::datePicker;
-    return isField && !state.caption.empty();
+    return kind == Kind::textBox || kind == Kind::passwordBox || kind == Kind::dropDown ||
+           kind == Kind::datePicker;
 }
 
 QGridLayout* newGrid(QWidget* widget, bool bordered) {
@@ -132,16 +132,55 @@ void LayoutBuilder::build(const layout::Window& window) {
             fillFromTop(*made.grid, made.rows);
         }
     }
+    giveColumns();
+}
+
+/// A heading knows the fields below it.
+void LayoutBuilder::giveColumns() {
+    for (std::size_t slot = 0; slot < slots_->size(); ++slot) {
+        const auto found = headings_.find(form_->controls()[slot].name);
+        if (found != headings_.end()) {
+            (*slots_)[slot].heading = found->second;
+            found->second->add((*slots_)[slot].control->widget());
+        }
+    }
+}
+
+/// Caption of a field: its own, or the one that its window's table gives it.
+std::string LayoutBuilder::captionOf(const ui::ControlState& state) const {
+    if (!isField(state.kind) || !state.caption.empty()) {
+        return isField(state.kind) ? state.caption : std::string();
+    }
+    return layout::spokenName(window_, state.name, state.index);
+}
+
+/// A label right before a field is the field's.
+void LayoutBuilder::nameByLabel(std::size_t label, std::size_t field) {
+    if (label == kNoSlot || !isField(form_->controls()[field].kind)) {
+        return;
+    }
+    (*slots_)[field].label = label;
+    if (auto* shown = qobject_cast<QLabel*>((*slots_)[label].control->widget())) {
+        shown->setBuddy((*slots_)[field].control->widget());
+    }
 }
 
 void LayoutBuilder::addLine(Box& box, const std::vector<Cell>& cells) {
     const int row = box.rows++;
     int column = 0;
+    labelBefore_ = kNoSlot;
     for (const Cell& cell : cells) {
         if (cell.high) {
             box.grid->setRowStretch(row, 1);
         }
+        const std::size_t label = std::exchange(labelBefore_, kNoSlot);
+        ++places_;
         column = place(box, row, column, cell);
+        if (cell.kind == Cell::Kind::control && cell.names.size() == 1 && cell.inGap.empty()) {
+            const std::size_t slot = slotOf(cell.names.front(), cell.indexes.front());
+            nameByLabel(label, slot);
+            labelBefore_ = form_->controls()[slot].kind == ui::Kind::label ? slot : kNoSlot;
+        }
     }
 }
 
@@ -184,7 +223,9 @@ int LayoutBuilder::placeControl(Box& box, int row, int column, const Cell& cell,
     const ui::ControlState& state = form_->controls()[slot];
     QWidget* widget = place.control->widget();
     place.placed = true;
-    if (!cell.noCaption && hasCaptionBeside(state)) {
+    place.place = places_;
+    place.hidesEmpty = cell.hidesEmpty;
+    if (!cell.noCaption && !captionOf(state).empty()) {
         box.grid->addWidget(captionFor(place, state, box.widget), row, column++);
     }
     if (cell.right) {
@@ -203,8 +244,9 @@ int LayoutBuilder::placeControl(Box& box, int row, int column, const Cell& cell,
     return column + cell.span;
 }
 
-QLabel* LayoutBuilder::captionFor(Slot& slot, const ui::ControlState& state, QWidget* parent) {
-    slot.caption = new QLabel(toQt(state.caption), parent);
+QLabel*
+LayoutBuilder::captionFor(Slot& slot, const ui::ControlState& state, QWidget* parent) const {
+    slot.caption = new QLabel(toQt(captionOf(state)), parent);
     slot.caption->setBuddy(slot.control->widget());
     return slot.caption;
 }
@@ -243,7 +285,8 @@ int LayoutBuilder::placeGap(Box& box, int row, int column, const Cell& cell) {
 
 void LayoutBuilder::placeHeading(Box& box, int row, int column, const Cell& cell) {
     const std::size_t slot = slotOf(cell.names.front(), cell.indexes.front());
-    auto* heading = new QLabel(toQt(form_->controls()[slot].caption), box.widget);
+    auto* heading = new ColumnHeading(toQt(form_->controls()[slot].caption), box.widget);
+    headings_[form_->controls()[slot].name] = heading;
     heading->setAlignment(Qt::AlignBottom | (cell.right ? Qt::AlignRight : Qt::AlignLeft));
     if (cell.wide) {
         box.grid->setColumnStretch(column, 1);
@@ -262,7 +305,7 @@ void LayoutBuilder::placeAlone(std::size_t slot) {
     const bool inFrame = !state.parent.empty() && form_->findControl(state.parent) != nullptr;
     Box& parent = box(inFrame ? state.parent : std::string());
     Cell cell;
-    cell.span = hasCaptionBeside(state) ? 1 : 2;
+    cell.span = captionOf(state).empty() ? 2 : 1;
     cell.wide = state.kind != ui::Kind::label && cell.span == 1;
     const int row = parent.rows++;
     parent.grid->setRowStretch(row, state.kind == ui::Kind::grid ? 1 : 0);

@@ -55,9 +55,22 @@ QString lines(const std::string& text) {
     return toQt(text).replace("\r\n", "\n").replace('\r', '\n');
 }
 
-/// Telling boxes are one kind by their title; a question is answered only for itself.
+/// The text without its numbers and what stands in quotes.
+std::string withoutNames(const std::string& text) {
+    std::string shape;
+    bool inQuotes = false;
+    for (const char letter : text) {
+        inQuotes = inQuotes != (letter == '"');
+        if (!inQuotes && (letter < '0' || letter > '9')) {
+            shape += letter;
+        }
+    }
+    return shape;
+}
+
+/// What makes a box come again: a question is answered only for itself.
 std::string kindOf(const std::string& text, const std::string& title, BoxButtons buttons) {
-    return title + (buttons == BoxButtons::ok ? std::string() : "\n" + text);
+    return title + "\n" + (buttons == BoxButtons::ok ? withoutNames(text) : text);
 }
 
 QString listText(const std::vector<AnsweredMessage>& answered) {
@@ -91,17 +104,16 @@ MessageBoxes::Reply MessageBoxes::ask(
     const std::string& title,
     BoxButtons buttons,
     BoxIcon icon,
-    QWidget* parent,
-    bool canStop
+    const BoxPlace& place
 ) {
     Known& known = known_[kindOf(text, title, buttons)];
     if (known.fixed) {
         keep(text);
         return {known.answer, false, false};
     }
-    const bool comesAgain = canStop && ++known.times > 1;
+    const bool comesAgain = place.inRun && ++known.times > 1;
     const ButtonsRow& row = kButtons[static_cast<std::size_t>(buttons)];
-    QMessageBox box(parent);
+    QMessageBox box(place.parent);
     box.setObjectName("messageBox");
     box.setWindowTitle(toQt(title));
     box.setTextFormat(Qt::PlainText);
@@ -116,6 +128,8 @@ MessageBoxes::Reply MessageBoxes::ask(
     if (comesAgain) {
         same = new QCheckBox("&Give the same answer for the rest of this run", &box);
         box.setCheckBox(same);
+    }
+    if (comesAgain && place.canStop) {
         stop = box.addButton("&Stop", QMessageBox::DestructiveRole);
         stop->setObjectName("stopRun");
     }
@@ -148,7 +162,7 @@ void MessageBoxes::end(QWidget* parent) {
     );
     column->addWidget(list);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
-    QPushButton* copy = buttons->addButton("&Copy All", QDialogButtonBox::ActionRole);
+    QPushButton* copy = buttons->addButton("Copy &All", QDialogButtonBox::ActionRole);
     column->addWidget(buttons);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     QObject::connect(copy, &QPushButton::clicked, [list] {

@@ -16,8 +16,16 @@ struct AnsweredMessage {
     int times = 1;
 };
 
+/// Where a box comes up.
+struct BoxPlace {
+    QWidget* parent = nullptr;
+    bool inRun = false;    ///< what the operator started is under way
+    bool canStop = false;  ///< and Stop ends it
+};
+
 /// The message boxes of the program. Within one run a box that comes again can be answered for the
-/// rest of the run: telling boxes by their title, questions by their whole text.
+/// rest of the run: telling boxes that differ in names and numbers only count as the same,
+/// questions are known by their whole text.
 class MessageBoxes {
 public:
     struct Reply {
@@ -28,14 +36,13 @@ public:
 
     /// A run begins: nothing of the last one holds.
     void begin();
-    /// Shows the box above `parent` and waits. `canStop`: a run is under way that Stop ends.
+    /// Shows the box and waits.
     Reply
     ask(const std::string& text,
         const std::string& title,
         BoxButtons buttons,
         BoxIcon icon,
-        QWidget* parent,
-        bool canStop);
+        const BoxPlace& place);
     /// The run has ended: shows the list of what was answered without a box, if there is any.
     void end(QWidget* parent);
     [[nodiscard]] const std::vector<AnsweredMessage>& answered() const { return answered_; }

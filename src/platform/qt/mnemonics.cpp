@@ -31,6 +31,10 @@ QString withMnemonic(const QString& caption, char letter) {
     return text;
 }
 
+void MnemonicPool::merge(const MnemonicPool& other) {
+    taken_.insert(other.taken_.begin(), other.taken_.end());
+}
+
 char MnemonicPool::take(const QString& caption, From from) {
     const int rounds = from == From::anywhere ? 2 : 1;
     for (int round = 0; round < rounds; ++round) {

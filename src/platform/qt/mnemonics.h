@@ -17,6 +17,8 @@ public:
     /// A letter (lower case) of the caption that nobody has yet, beginnings of words first; 0 when
     /// all are taken.
     char take(const QString& caption, From from = From::anywhere);
+    /// Takes the letters that another pool has given.
+    void merge(const MnemonicPool& other);
 
 private:
     std::set<char> taken_;

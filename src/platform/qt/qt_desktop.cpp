@@ -4,6 +4,7 @@
 #include "platform/qt/form_window_parts.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/splash.h"
+#include "platform/qt/text_viewer.h"
 #include "util/conversions.h"
 
 #include <algorithm>
@@ -80,6 +81,11 @@ QtDesktop::QtDesktop(QtHost host) : host_(std::move(host)) {
 }
 
 QtDesktop::~QtDesktop() {
+    for (const auto& shown : shown_) {
+        if (shown->window->isFormThere()) {
+            shown->window->form().setObserver(nullptr);
+        }
+    }
     QtDesktop::setBusyCursor(false);
 }
 
@@ -110,7 +116,7 @@ QWidget* QtDesktop::topWidget() {
 /// A form that went without being closed leaves its window behind.
 void QtDesktop::dropDeadWindows() {
     std::erase_if(shown_, [](const auto& shown) {
-        return !shown->modal && !shown->window->isFormThere();
+        return !shown->modal && !shown->working && !shown->window->isFormThere();
     });
 }
 
@@ -145,10 +151,9 @@ void QtDesktop::showModeless(ui::Form& form) {
     start(open(form, false));
 }
 
+/// The form exists: it is being shown, or closes itself.
 void QtDesktop::closeWindow(const Shown& shown) {
-    if (shown.window->isFormThere()) {
-        shown.window->form().setObserver(nullptr);
-    }
+    shown.window->form().setObserver(nullptr);
     std::erase_if(shown_, [&](const auto& one) { return one.get() == &shown; });
 }
 
@@ -314,11 +319,15 @@ void QtDesktop::serveStop(Shown& shown) {
     }
 }
 
+bool QtDesktop::canStop(ui::Form& form) {
+    const ui::ControlState* stop = form.findControl(kStop);
+    return stop != nullptr && stop->enabled && form.isShown(*stop);
+}
+
 void QtDesktop::pressStop(Shown& shown) {
     ui::Form& form = shown.window->form();
-    const ui::ControlState* stop = form.findControl(kStop);
-    if (stop != nullptr && stop->enabled && form.isShown(*stop)) {
-        form.raise(stop->name, ui::Signal::click, stop->index);
+    if (canStop(form)) {
+        form.raise(kStop, ui::Signal::click);
     }
 }
 
@@ -328,7 +337,8 @@ BoxAnswer QtDesktop::messageBox(
     dropDeadWindows();
     Shown* shown = top();
     const bool working = shown != nullptr && shown->working;
-    const MessageBoxes::Reply reply = boxes_.ask(text, title, buttons, icon, topWidget(), working);
+    const BoxPlace place{topWidget(), working, working && canStop(shown->window->form())};
+    const MessageBoxes::Reply reply = boxes_.ask(text, title, buttons, icon, place);
     if (working && reply.stopped) {
         pressStop(*shown);
     }
@@ -357,7 +367,9 @@ void QtDesktop::openDocument(const std::string& name) {
     const QUrl url =
         isAddress ? QUrl(toQt(name)) : QUrl::fromLocalFile(QString::fromStdString(file));
     const bool opened = host_.openUrl ? host_.openUrl(url) : QDesktopServices::openUrl(url);
-    if (!opened) {
+    const bool shown =
+        opened || (!isAddress && TextViewer::open(QString::fromStdString(file), topWidget()));
+    if (!shown) {
         messageBox(
             "This computer has no program that opens " + name,
             fromQt(topWidget() == nullptr ? QString() : topWidget()->windowTitle()),

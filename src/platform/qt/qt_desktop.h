@@ -21,7 +21,8 @@ struct QtHost {
     std::function<std::string(const std::string&)> nativeName;
     /// How the store writes a date; without one, the month comes first.
     DayFirst dayFirst;
-    /// Hands a document to the system's viewer; without one, the system's own way.
+    /// Hands a document to the system's viewer; without one, the system's own way. False: nothing
+    /// opens it, and a text is shown in a window of the program.
     std::function<bool(const QUrl&)> openUrl;
 };
 
@@ -74,10 +75,11 @@ private:
     void dropDeadWindows();
     void wait(Shown& shown);
     void play(Shown& shown, const Act& act);
-    void playSignal(Shown& shown, const Act& act);
+    static void playSignal(Shown& shown, const Act& act);
     void runWork(Shown& shown, const std::function<void()>& handler);
     void endWork(Shown& shown);
-    void serveStop(Shown& shown);
+    static void serveStop(Shown& shown);
+    [[nodiscard]] static bool canStop(ui::Form& form);
     static void pressStop(Shown& shown);
     static void toggle(ui::Form& form, std::size_t slot);
     [[nodiscard]] static bool canPlay(ui::Form& form, const Act& act);

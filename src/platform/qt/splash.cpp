@@ -1,6 +1,5 @@
 #include "platform/qt/splash.h"
 
-#include <QLinearGradient>
 #include <QPainter>
 
 namespace platform {
@@ -54,10 +53,9 @@ SplashPicture::SplashPicture(QString title, QWidget* parent)
 
 void SplashPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    QLinearGradient ground(0, 0, width(), height());
-    ground.setColorAt(0, kDeep.darker(115));
-    ground.setColorAt(1, kBright);
-    painter.fillRect(rect(), ground);
+    painter.fillRect(rect(), kDeep.darker(115));
+    const int strip = height() / 24;
+    painter.fillRect(0, height() - strip, width(), strip, kBright);
     const qreal side = height() * 0.46;
     drawIcon(painter, QRectF(height() * 0.27, height() * 0.27, side, side));
     QFont font = painter.font();

@@ -1,5 +1,9 @@
 #include "platform/qt/widgets.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include <QEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
@@ -38,11 +42,37 @@ void ElidedLabel::paintEvent(QPaintEvent* event) {
     );
 }
 
+void ColumnHeading::add(QWidget* field) {
+    fields_.push_back(field);
+    if (buddy() == nullptr) {
+        setBuddy(field);
+    }
+}
+
+bool ColumnHeading::event(QEvent* event) {
+    if (event->type() != QEvent::Shortcut || fields_.empty()) {
+        return QLabel::event(event);
+    }
+    goToNext();
+    return true;
+}
+
+void ColumnHeading::goToNext() {
+    const auto present = std::find_if(fields_.begin(), fields_.end(), [](const QWidget* field) {
+        return field->hasFocus();
+    });
+    const bool isLast = present == fields_.end() || std::next(present) == fields_.end();
+    QWidget* const next = isLast ? fields_.front() : *std::next(present);
+    next->setFocus(Qt::ShortcutFocusReason);
+}
+
 PickList::PickList(QWidget* parent) : QComboBox(parent) {
     setMaxVisibleItems(16);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     connect(this, &QComboBox::activated, this, [this] { picked_ = true; });
+    afterPopup_.setSingleShot(true);
+    connect(&afterPopup_, &QTimer::timeout, this, &PickList::tellDropped);
 }
 
 void PickList::showPopup() {
@@ -55,10 +85,7 @@ void PickList::hidePopup() {
     QComboBox::hidePopup();
     if (open_) {
         open_ = false;
-        // the pick, if there is one, is told right after the list has gone
-        QMetaObject::invokeMethod(
-            this, [this] { tellDropped(); }, Qt::QueuedConnection
-        );
+        afterPopup_.start(0);  // the pick, if there is one, is told right after the list has gone
     }
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include <QComboBox>
 #include <QLabel>
+#include <QTimer>
 
 class QLineEdit;
 class QPushButton;
@@ -25,6 +27,22 @@ private:
     bool shrinks_ = false;
 };
 
+/// The heading of a column of fields. Its letter goes to the first field, pressed again to the
+/// next.
+class ColumnHeading : public QLabel {
+public:
+    ColumnHeading(const QString& text, QWidget* parent) : QLabel(text, parent) {}
+    void add(QWidget* field);
+    /// Moves the focus to the field below the present one; to the first one from elsewhere.
+    void goToNext();
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    std::vector<QWidget*> fields_;
+};
+
 /// A drop-down list that says when its list was closed without a pick.
 class PickList : public QComboBox {
 public:
@@ -37,6 +55,7 @@ private:
     void tellDropped();
 
     std::function<void()> dropped_;
+    QTimer afterPopup_;
     bool open_ = false;
     bool picked_ = false;
 };

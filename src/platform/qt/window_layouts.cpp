@@ -17,13 +17,13 @@ constexpr Line kSetup[] = {
 
     {"file", "lblPath TxtPath* cmdFind"},
 
-    {"body", "[accounts]*+ [taxes]"},
+    {"body", "[accounts]*+ [taxes]*"},
     {"accounts", "fgrdList*+"},
     {"taxes", "fraAcctRec+"},
     {"taxes", "fraAcctPay"},
     {"fraAcctRec", "[terms]"},
     {"fraAcctRec", "[taxRows]"},
-    {"terms", "chkUseAR ... lblNet~txtNet> ... lblStore cboStore"},
+    {"terms", "chkUseAR ... lblNet~txtNet> ... lblStore cboStore?!"},
     {"taxRows", "^txtAR_SalesAccount(0)* ^txtAR_Sales_TaxID(0) ^txtTaxRate(0)>"},
     {"taxRows", "txtAR_SalesAccount(*)!* txtAR_Sales_TaxID(*)! txtTaxRate(*)!>"},
     {"fraAcctPay", "CkUseAP:2"},
@@ -75,6 +75,14 @@ constexpr Title kSetupTitles[] = {
     {"fraLastExport", "Last export"},
 };
 
+constexpr Spoken kSetupNames[] = {
+    {"cmdFind", ui::kNoIndex, "Browse for the company file"},
+    {"fgrdList", ui::kNoIndex, "Accounts"},
+    {"cboAcct", ui::kNoIndex, "QuickBooks account"},
+    {"cboStore", ui::kNoIndex, "Store"},
+    {"txtInventoryManual", ui::kNoIndex, "Item"},
+};
+
 constexpr Line kLoading[] = {{"", "lblLoading"}};
 
 constexpr Line kQuickSetup[] = {
@@ -84,8 +92,8 @@ constexpr Line kQuickSetup[] = {
     {"", "[accounts]+"},
     {"", "[commands]"},
     {"", "[status]"},
-    {"days", "Label2 DTPicker1(0) DTPicker1(1) ... LblExported"},
-    {"file", "TxtPath*"},
+    {"days", "Label2 DTPicker1(0)! DTPicker1(1)! ... LblExported"},
+    {"file", "TxtPath*!"},
     {"accounts", "fgrdList*+"},
     {"commands", "MyButton1 CmdViewLog cmdDeleteLog ... cmdAccept cmdExit"},
     {"status", "LblStatus*"},
@@ -94,6 +102,14 @@ constexpr Title kQuickSetupTitles[] = {
     {"days", "Days to post"},
     {"file", "Company file"},
     {"accounts", "Accounts"},
+};
+
+constexpr Spoken kQuickSetupNames[] = {
+    {"DTPicker1", 0, "First day to export"},
+    {"DTPicker1", 1, "Last day to export"},
+    {"TxtPath", ui::kNoIndex, "Company file"},
+    {"fgrdList", ui::kNoIndex, "Accounts"},
+    {"cboAcct", ui::kNoIndex, "QuickBooks account"},
 };
 
 constexpr Line kSummaryExport[] = {
@@ -106,10 +122,15 @@ constexpr Line kSummaryExport[] = {
 
 constexpr Line kSelDate[] = {
     {"", "Label1#:4"},
-    {"", "Label2 DTPicker1(0) DTPicker1(1) ..."},
+    {"", "Label2 DTPicker1(0)! DTPicker1(1)! ..."},
     {"", "Label4 TxtInvoice:2"},
     {"", "[commands]:4"},
     {"commands", "... cmdAccept cmdExit"},
+};
+
+constexpr Spoken kSelDateNames[] = {
+    {"DTPicker1", 0, "First day"},
+    {"DTPicker1", 1, "Last day"},
 };
 
 constexpr Line kDataPath[] = {
@@ -119,20 +140,32 @@ constexpr Line kDataPath[] = {
     {"Frame1", "lblEdit(0) txtEdit(0)* cmdBrowse"},
     {"Frame1", "lblEdit(1) txtEdit(1)* cmdBrowsePath"},
     {"Frame1", ". [switches]:2"},
-    {"station", "cboEdit ..."},
+    {"station", "cboEdit! ..."},
     {"switches", "chkNetwork ckTest ..."},
     {"commands", "cmdHelp ... cmdOkCancel(0) cmdOkCancel(1)"},
 };
 constexpr Title kDataPathTitles[] = {{"Frame1", "Station and data"}};
 
+constexpr Spoken kDataPathNames[] = {
+    {"cboEdit", ui::kNoIndex, "Station"},
+    {"cmdBrowse", ui::kNoIndex, "Browse for the station path"},
+    {"cmdBrowsePath", ui::kNoIndex, "Browse for the data path"},
+};
+
 constexpr Line kFilePath[] = {
-    {"", "lblPath TxtPath*"},
-    {"", ". [lists]"},
-    {"", "[commands]:2"},
-    {"lists", "drvBrowse dirBrowse*"},
-    {"lists", "txtFileSpec fileBrowse*"},
-    {"lists", ". lblToolTip*"},
+    {"", "lblPath TxtPath:3"},
+    {"", "drvBrowse dirBrowse*"},
+    {"", "txtFileSpec fileBrowse*"},
+    {"", ". . . lblToolTip*"},
+    {"", "[commands]:4"},
     {"commands", "cmdHelp cmdValidate cmdClear ... cmdOkCancel(0) cmdOkCancel(1)"},
+};
+
+constexpr Spoken kFilePathNames[] = {
+    {"drvBrowse", ui::kNoIndex, "Drive"},
+    {"dirBrowse", ui::kNoIndex, "Folder"},
+    {"txtFileSpec", ui::kNoIndex, "Mask"},
+    {"fileBrowse", ui::kNoIndex, "File"},
 };
 
 constexpr Line kSafe[] = {
@@ -155,18 +188,42 @@ constexpr Line kPasswordEnter[] = {
     {"commands", "... cmdOkCancel(0) cmdOkCancel(1)"},
 };
 
+constexpr Line kConfiguration[] = {
+    {"", "[kinds]"},
+    {"", "[folder]"},
+    {"", "fraSample/fraEmbedded/fraServer+"},
+    {"", "[commands]"},
+    {"", "[status]"},
+    {"kinds", "optStore(0)"},
+    {"kinds", "optStore(1)"},
+    {"kinds", "optStore(2)"},
+    {"folder", "txtFolder* cmdBrowse"},
+    {"fraSample", "lblSample"},
+    {"fraEmbedded", "cboCatalog*"},
+    {"fraServer", "txtServer* txtPort"},
+    {"fraServer", "txtCatalog* txtDriver"},
+    {"fraServer", "txtUser* txtPassword"},
+    {"commands", "cmdHelp cmdTest ... cmdOkCancel(0) cmdOkCancel(1)"},
+    {"status", "LblStatus*"},
+};
+constexpr Title kConfigurationTitles[] = {
+    {"kinds", "Where are the tables of the store?"},
+    {"folder", "Folder of the link's files"},
+};
+
 constexpr Window kWindows[] = {
-    {"frmSetup", Style::main, 160, 48, kSetup, kSetupTitles},
+    {"frmSetup", Style::main, 160, 48, kSetup, kSetupTitles, kSetupNames},
     {"frmBRVSplash", Style::splash, 0, 0, {}, {}},
     {"FrmLoading", Style::loading, 0, 0, kLoading, {}},
-    {"FrmQuickSetUP", Style::main, 96, 34, kQuickSetup, kQuickSetupTitles},
+    {"FrmQuickSetUP", Style::main, 96, 34, kQuickSetup, kQuickSetupTitles, kQuickSetupNames},
     {"FrmSummaryExport", Style::main, 90, 0, kSummaryExport, {}},
-    {"FrmSelDate", Style::dialog, 0, 0, kSelDate, {}},
-    {"frmSM_DATAPATH2", Style::dialog, 80, 0, kDataPath, kDataPathTitles},
-    {"frmSMFILE_PATH", Style::dialog, 90, 0, kFilePath, {}},
+    {"FrmSelDate", Style::dialog, 0, 0, kSelDate, {}, kSelDateNames},
+    {"frmSM_DATAPATH2", Style::dialog, 80, 0, kDataPath, kDataPathTitles, kDataPathNames},
+    {"frmSMFILE_PATH", Style::dialog, 90, 0, kFilePath, {}, kFilePathNames},
     {"SafeDialog", Style::dialog, 0, 0, kSafe, {}},
     {"frmSM_USER_LOGIN", Style::dialog, 52, 0, kLogin, {}},
     {"frmPasswordEnter", Style::dialog, 52, 0, kPasswordEnter, {}},
+    {"frmDataConfiguration", Style::main, 104, 0, kConfiguration, kConfigurationTitles},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "platform/sql_dialect/moments.h"
 #include "platform/sql_dialect/server_error.h"
 #include "platform/sql_dialect/tokens.h"
+#include "util/basic_error.h"
 
 #include <algorithm>
 #include <array>
@@ -31,6 +32,7 @@ constexpr TypeRow kTypes[] = {
     {"REAL", ColumnKind::real, false},         {"FLOAT", ColumnKind::floating, false},
     {"DECIMAL", ColumnKind::decimal, false},   {"NUMERIC", ColumnKind::decimal, false},
     {"MONEY", ColumnKind::decimal, false},     {"DATETIME", ColumnKind::dateTime, false},
+    {"DOUBLE", ColumnKind::floating, false},   {"TIMESTAMP", ColumnKind::dateTime, false},
     {"DATE", ColumnKind::date, false},
 };
 
@@ -242,7 +244,26 @@ double numberOf(const ColumnInfo& column, const Stored& value) {
     return *number;
 }
 
+/// Decimal text as money, to the last digit.
+std::optional<util::Money> exactMoney(const ColumnInfo& column, std::string_view text) {
+    if (!decimalUnits(text, 0)) {
+        return std::nullopt;
+    }
+    try {
+        return util::Money::fromDecimal(text).rounded(column.scale);
+    } catch (const util::BasicError& error) {
+        static_cast<void>(error);
+        throw serverError(errorNumericOverflow, {"numeric", kindName(column.kind)});
+    }
+}
+
 util::Money moneyOf(const ColumnInfo& column, const Stored& value) {
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        const auto money = exactMoney(column, trimmed(*text));
+        if (money) {
+            return *money;
+        }
+    }
     const std::int64_t power = kPowers[column.scale];
     const double units = numberOf(column, value) * static_cast<double>(power);
     if (std::fabs(units) >= static_cast<double>(kExactLimit)) {
@@ -367,6 +388,16 @@ Stored toStored(const ColumnInfo& column, const Literal& literal) {
 
 Stored toStored(const ColumnInfo& column, const util::Value& value) {
     return toStored(column, std::visit(LiteralOf{}, value));
+}
+
+Stored toExact(const ColumnInfo& column, const Literal& literal) {
+    const bool isExact =
+        column.kind == ColumnKind::decimal && decimalUnits(trimmed(literal.text), 0).has_value();
+    return isExact ? Stored(std::string(trimmed(literal.text))) : toStored(column, literal);
+}
+
+Stored toExact(const ColumnInfo& column, const util::Value& value) {
+    return toExact(column, std::visit(LiteralOf{}, value));
 }
 
 util::Value fromStored(const ColumnInfo& column, const Stored& value) {

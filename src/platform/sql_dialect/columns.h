@@ -64,7 +64,8 @@ public:
 };
 
 /// A value in the form in which a store keeps it: text in code page 1252, money as the nearest
-/// double (it has at most 15 digits, so the decimal form comes back exactly), moments as text.
+/// double (it has at most 15 digits, so the decimal form comes back exactly) or as decimal text,
+/// moments as text.
 using Stored = std::variant<std::monostate, std::int64_t, double, std::string>;
 
 /// Fills kind, width, precision and scale from `type`; a type that is not known leaves `text`
@@ -84,6 +85,11 @@ struct Literal {
 Stored toStored(const ColumnInfo& column, const Literal& literal);
 /// The same for a value of a record.
 Stored toStored(const ColumnInfo& column, const util::Value& value);
+
+/// The same for a store that keeps decimals exactly: they stay decimal text, which the store
+/// rounds.
+Stored toExact(const ColumnInfo& column, const Literal& literal);
+Stored toExact(const ColumnInfo& column, const util::Value& value);
 
 /// What a reader gets of a kept value: CHAR padded, DECIMAL as money, REAL as float, moments.
 /// @throws PlatformError 245 for a value of another writer that the column cannot hold.

@@ -48,6 +48,10 @@ std::string identity(const std::string& column) {
     return fillTemplate(kExpression, {{"column", column}});
 }
 
+std::string typeAsDeclared(const ColumnInfo& column) {
+    return util::toUtf8(column.type);
+}
+
 std::string indexName(std::string_view table, std::string_view index) {
     return std::string(table) + "." + std::string(index);
 }
@@ -59,8 +63,14 @@ const Dialect kEmbeddedDialect = {
     orderKey,
     serverOrderKey,
     identity,
+    typeAsDeclared,
+    nullptr,
     " COLLATE SERVER",
+    "",
+    " DESC",
     "rowid",
+    true,
+    ")",
     " LIMIT {limit}",
     "?",
     "CREATE TABLE {table} ({columns})",
@@ -68,6 +78,7 @@ const Dialect kEmbeddedDialect = {
     "DROP INDEX {index}",
     "DROP TABLE {table}",
     "ALTER TABLE {table} ADD COLUMN {definition}",
+    nullptr,
     "ALTER TABLE {table} RENAME COLUMN {column} TO {name}",
     "BEGIN IMMEDIATE",
     "COMMIT",

@@ -52,7 +52,15 @@ const TableSchema& QueryWriter::tableOf(const Statement& statement) const {
     return *table;
 }
 
-void QueryWriter::value(Stored value) {
+Stored QueryWriter::stored(const ColumnInfo& column, const Literal& literal) const {
+    return dialect_.literal == nullptr ? toStored(column, literal) : toExact(column, literal);
+}
+
+void QueryWriter::value(const ColumnInfo& column, Stored value) {
+    if (dialect_.literal != nullptr) {
+        add(dialect_.literal(column, value));
+        return;
+    }
     add(dialect_.placeholder);
     values_.push_back(std::move(value));
 }
@@ -132,7 +140,9 @@ void QueryWriter::comparison(const ColumnInfo& column, const Condition& leaf, bo
     const Literal& literal = leaf.values.front();
     if (column.kind != ColumnKind::text) {
         add(name + leaf.comparison);
-        value(comparable(column, literal));
+        const bool isExact = dialect_.literal != nullptr && column.kind == ColumnKind::decimal &&
+                             !literal.isText && !literal.isNull;
+        value(column, isExact ? toExact(column, literal) : comparable(column, literal));
         return;
     }
     const std::string_view bound = boundOf(leaf.comparison);
@@ -140,11 +150,11 @@ void QueryWriter::comparison(const ColumnInfo& column, const Condition& leaf, bo
                            dialect_.orderKey != nullptr;
     if (isBounded) {
         add(dialect_.orderKey(name) + std::string(bound));
-        value(dialect_.orderKeyOf(literal.text));
+        value(column, dialect_.orderKeyOf(literal.text));
         add(" AND ");
     }
     add((leaf.leftTrimmed ? "ltrim(" + name + ")" : name) + dialect_.exactly + leaf.comparison);
-    value(literal.isNull ? Stored() : Stored(literal.text));
+    value(column, literal.isNull ? Stored() : Stored(literal.text));
 }
 
 /// A count that must only exceed a number is not taken further than that.
@@ -164,8 +174,9 @@ void QueryWriter::countLeaf(const Condition& leaf) {
     if (leaf.comparison == ">" && most != nullptr && *most >= 0 && *most < INT64_MAX) {
         limit(*most + 1);
     }
-    add("))" + leaf.comparison);
-    value(least);
+    add(dialect_.queryEnd);
+    add(")" + leaf.comparison);
+    value(number, least);
 }
 
 void QueryWriter::limit(std::int64_t rows) {
@@ -187,7 +198,8 @@ void QueryWriter::orderBy(
             continue;
         }
         const std::string name = dialect_.quoteName(column.name);
-        const std::string direction = item.descending ? " DESC," : ",";
+        const std::string direction =
+            std::string(item.descending ? dialect_.descending : dialect_.ascending) + ",";
         if (column.kind != ColumnKind::text) {
             add(name + direction);
             continue;
@@ -204,15 +216,23 @@ void QueryWriter::orderBy(
 }
 
 void QueryWriter::selectColumns(const TableSchema& table, const Statement& statement) {
-    add("SELECT ");
-    add(dialect_.rowId);
+    std::vector<std::string> terms;
+    if (dialect_.selectsRowId) {
+        terms.emplace_back(dialect_.rowId);
+    }
     if (statement.columns.empty()) {
         for (const auto& column : table.columns) {
-            add("," + dialect_.quoteName(column.name));
+            terms.push_back(dialect_.quoteName(column.name));
         }
     }
     for (const auto& column : statement.columns) {
-        add("," + dialect_.quoteName(table.column(column).name));
+        terms.push_back(dialect_.quoteName(table.column(column).name));
+    }
+    std::string_view between = "SELECT ";
+    for (const auto& term : terms) {
+        add(between);
+        add(term);
+        between = ",";
     }
     add(" FROM " + dialect_.quoteName(table.name));
 }
@@ -238,10 +258,10 @@ void QueryWriter::select(const TableSchema& table, const Statement& statement) {
         return;
     }
     for (std::size_t at = 0; at < fixed.size(); ++at) {
-        add(at == 0 ? "SELECT * FROM (" : ") UNION ALL SELECT * FROM (");
+        add(at == 0 ? "SELECT * FROM (" : " UNION ALL SELECT * FROM (");
         simpleSelect(table, statement, statement.where->children[at], fixed[at]);
+        add(dialect_.queryEnd);
     }
-    add(")");
     limit(1);
 }
 

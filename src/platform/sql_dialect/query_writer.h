@@ -25,7 +25,10 @@ public:
     /// " WHERE ..." or nothing.
     void where(const TableSchema& table, const std::optional<Condition>& condition);
     void add(std::string_view text) { text_ += text; }
-    void value(Stored value);
+    /// A value to write into the column, as the store keeps it.
+    [[nodiscard]] Stored stored(const ColumnInfo& column, const Literal& literal) const;
+    /// Puts a value of the column into the statement.
+    void value(const ColumnInfo& column, Stored value);
 
     std::string text() { return std::move(text_); }
     std::vector<Stored> values() { return std::move(values_); }

@@ -12,12 +12,15 @@ struct ErrorText {
 };
 
 constexpr ErrorText kErrorTexts[] = {
+    {errorNetwork, "General network error. Check your network documentation."},
+    {errorNoServer, "SQL Server does not exist or access denied."},
     {errorSyntax, "Incorrect syntax near '%1'. Statement: %2"},
     {errorUnclosedQuote, "Unclosed quotation mark after the character string '%1'."},
     {errorColumnInvalid, "Invalid column name '%1'."},
     {errorObjectInvalid, "Invalid object name '%1'."},
     {errorValueCount, "Column name or number of supplied values does not match table definition."},
     {errorSmallOverflow, "Arithmetic overflow error for data type %1, value = %2."},
+    {errorNoPermission, "The permission was denied (%1)."},
     {errorDate, "Conversion failed when converting date and/or time from character string."},
     {errorTextOverflowsSmall,
      "The conversion of the varchar value '%1' overflowed an INT2 column. Use a larger integer "
@@ -35,10 +38,14 @@ constexpr ErrorText kErrorTexts[] = {
      "Cannot find the object \"%1\" because it does not exist or you do not have permissions."},
     {errorCatalogFull,
      "Could not allocate space in database '%1' because the 'PRIMARY' filegroup is full."},
+    {errorDeadlock,
+     "Transaction was deadlocked on lock resources with another process and has been chosen as the "
+     "deadlock victim. Rerun the transaction."},
     {errorLockTimeout, "Lock request time out period exceeded."},
     {errorDuplicatesFound,
      "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the "
      "object name 'dbo.%1' and the index name '%2'."},
+    {errorCatalogExists, "Database '%1' already exists. Choose a different database name."},
     {errorIndexColumn, "Column name '%1' does not exist in the target table or view."},
     {errorIndexExists,
      "The operation failed because an index or statistics with name '%1' already exists on table "
@@ -75,6 +82,7 @@ constexpr ErrorText kErrorTexts[] = {
     {errorRenameExists,
      "Error: The new name '%1' is already in use as a COLUMN name and would cause a duplicate "
      "that is not permitted."},
+    {errorLoginFailed, "Login failed for user '%1'."},
 };
 
 const char* textOf(std::int32_t number) {

@@ -10,12 +10,15 @@ namespace platform {
 
 /// Numbers of the database server's errors, as the link and its operators know them.
 enum ServerError : std::int32_t {
+    errorNetwork = 11,
+    errorNoServer = 17,
     errorSyntax = 102,
     errorUnclosedQuote = 105,
     errorColumnInvalid = 207,
     errorObjectInvalid = 208,
     errorValueCount = 213,
     errorSmallOverflow = 220,
+    errorNoPermission = 229,
     errorDate = 241,
     errorTextOverflowsSmall = 244,
     errorTextOverflowsInteger = 248,
@@ -25,8 +28,10 @@ enum ServerError : std::int32_t {
     errorCatalogDamaged = 824,
     errorObjectMissing = 1088,
     errorCatalogFull = 1105,
+    errorDeadlock = 1205,
     errorLockTimeout = 1222,
     errorDuplicatesFound = 1505,
+    errorCatalogExists = 1801,
     errorIndexColumn = 1911,
     errorIndexExists = 1913,
     errorDuplicateKey = 2601,
@@ -48,6 +53,7 @@ enum ServerError : std::int32_t {
     errorTruncated = 8152,
     errorRenameMissing = 15248,
     errorRenameExists = 15335,
+    errorLoginFailed = 18456,
     errorUnspecified = static_cast<std::int32_t>(0x80004005)
 };
 

@@ -122,10 +122,10 @@ private:
                 named == names.end()
                     ? parseLiteral(column.defaultText)
                     : statement().values[static_cast<std::size_t>(named - names.begin())];
-            Stored value = toStored(column, literal);
+            Stored value = writer_.stored(column, literal);
             refuseNull(column, value, "INSERT");
             writer_.add(between);
-            writer_.value(std::move(value));
+            writer_.value(column, std::move(value));
             between = ",";
         }
         writer_.add(")");
@@ -142,9 +142,9 @@ private:
             if (!assignment.source.empty()) {
                 writer_.add(quoted(target.column(assignment.source).name));
             } else {
-                Stored value = toStored(column, assignment.value);
+                Stored value = writer_.stored(column, assignment.value);
                 refuseNull(column, value, "UPDATE");
-                writer_.value(std::move(value));
+                writer_.value(column, std::move(value));
             }
             between = ",";
         }
@@ -229,6 +229,16 @@ private:
         }
         column.name = present->name;
         column.defaultText = present->defaultText;  // a default is a thing of its own
+        statement().table = target.name;
+        if (dialect_.alterColumn != nullptr) {
+            result_.text = fillTemplate(
+                dialect_.alterColumn,
+                {{"table", quoted(target.name)},
+                 {"column", quoted(column.name)},
+                 {"type", dialect_.typeText(column)},
+                 {"nullable", column.nullable ? "DROP NOT NULL" : "SET NOT NULL"}}
+            );
+        }
     }
 
     void renameColumn() {
@@ -273,9 +283,15 @@ translate(std::string_view statement, const SchemaView& schema, const Dialect& d
 }
 
 std::string columnDeclaration(const ColumnInfo& column, const Dialect& dialect) {
-    const std::string declared = util::toUtf8(column.type) + (column.nullable ? "" : " NOT NULL");
-    return dialect.quoteName(column.name) + " " + declared +
-           (column.defaultText.empty() ? "" : " DEFAULT " + util::toUtf8(column.defaultText));
+    std::string text = dialect.quoteName(column.name) + " " + dialect.typeText(column) +
+                       (column.nullable ? "" : " NOT NULL");
+    if (!column.defaultText.empty()) {
+        text += " DEFAULT ";
+        text += dialect.literal == nullptr
+                    ? util::toUtf8(column.defaultText)
+                    : dialect.literal(column, toStored(column, parseLiteral(column.defaultText)));
+    }
+    return text;
 }
 
 std::string
@@ -286,7 +302,8 @@ indexStatement(const TableSchema& table, const IndexInfo& index, const Dialect& 
         const ColumnInfo& column = table.column(name);
         const std::string quoted = dialect.quoteName(column.name);
         const bool byKey = column.kind == ColumnKind::text && dialect.orderKey != nullptr;
-        terms += (terms.empty() ? "" : ",") + (byKey ? dialect.orderKey(quoted) : quoted);
+        terms += (terms.empty() ? "" : ",") + (byKey ? dialect.orderKey(quoted) : quoted) +
+                 dialect.ascending;
         if (byKey && index.unique) {
             identities += "," + dialect.identity(quoted);
         }

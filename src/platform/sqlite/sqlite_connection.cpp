@@ -13,8 +13,6 @@ namespace platform {
 
 namespace {
 
-constexpr std::int32_t kClosedError = 3704;
-
 std::string columnList(const TableSchema& table) {
     std::string list;
     for (const auto& column : table.columns) {

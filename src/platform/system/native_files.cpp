@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <system_error>
 
 #include <sys/stat.h>
@@ -62,6 +63,32 @@ bool fits(std::string_view name, std::string_view pattern) {
         }
     }
     return pattern.find_first_not_of('*', place) == std::string_view::npos;
+}
+
+/// Names of what a folder holds and `isWanted` takes, sorted without regard to letter case.
+std::vector<std::string>
+entriesOf(const std::string& path, const std::function<bool(const std::string&, bool)>& isWanted) {
+    std::error_code failure;
+    std::filesystem::directory_iterator entries(path, failure);
+    const std::filesystem::directory_iterator end;
+    std::vector<std::string> names;
+    for (; !failure && entries != end; entries.increment(failure)) {
+        const std::string name = util::fromUtf8(entries->path().filename().string());
+        std::error_code ignored;
+        if (isWanted(name, entries->is_directory(ignored))) {
+            names.push_back(name);
+        }
+    }
+    if (failure) {
+        // A folder that is missing is a missing path, whatever else is there.
+        failFile(failure.value() == ENOENT ? ENOTDIR : failure.value(), path);
+    }
+    std::sort(names.begin(), names.end(), [](const std::string& left, const std::string& right) {
+        const std::string small = util::lower(left);
+        const std::string other = util::lower(right);
+        return small != other ? small < other : left < right;
+    });
+    return names;
 }
 
 std::string withoutSlash(std::string folder) {
@@ -124,30 +151,17 @@ void NativeFiles::truncate(const std::string& name, bool ownerOnly) {
 
 std::vector<std::string>
 NativeFiles::list(const std::string& folder, const std::string& pattern) const {
-    const std::string path = nativeName(folder);
-    std::error_code failure;
-    std::filesystem::directory_iterator entries(path, failure);
-    const std::filesystem::directory_iterator end;
     // "*.*" is the suite's way to ask for all files, those without a point included.
     const std::string wanted = pattern == "*.*" ? "*" : util::lower(pattern);
-    std::vector<std::string> names;
-    for (; !failure && entries != end; entries.increment(failure)) {
-        const std::string name = util::fromUtf8(entries->path().filename().string());
-        std::error_code ignored;
-        if (fits(util::lower(name), wanted) && !entries->is_directory(ignored)) {
-            names.push_back(name);
-        }
-    }
-    if (failure) {
-        // A folder that is missing is a missing path, whatever else is there.
-        failFile(failure.value() == ENOENT ? ENOTDIR : failure.value(), path);
-    }
-    std::sort(names.begin(), names.end(), [](const std::string& left, const std::string& right) {
-        const std::string small = util::lower(left);
-        const std::string other = util::lower(right);
-        return small != other ? small < other : left < right;
+    return entriesOf(nativeName(folder), [&](const std::string& name, bool isFolder) {
+        return !isFolder && fits(util::lower(name), wanted);
     });
-    return names;
+}
+
+std::vector<std::string> NativeFiles::folders(const std::string& folder) const {
+    return entriesOf(nativeName(folder), [](const std::string& name, bool isFolder) {
+        return isFolder && !name.starts_with('.');
+    });
 }
 
 bool NativeFiles::isWritable(const std::string& name) const {

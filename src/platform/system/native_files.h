@@ -28,6 +28,7 @@ public:
     void truncate(const std::string& name, bool ownerOnly) override;
     [[nodiscard]] std::vector<std::string>
     list(const std::string& folder, const std::string& pattern) const override;
+    [[nodiscard]] std::vector<std::string> folders(const std::string& folder) const override;
     [[nodiscard]] bool isWritable(const std::string& name) const override;
     [[nodiscard]] std::string programFolder() const override { return programFolder_; }
     [[nodiscard]] std::string traceFolder() const override;

@@ -32,7 +32,11 @@ constexpr ui::Control kControls[] = {
 };
 
 constexpr ui::Key kKeys[] = {
-    {"F8", "cmdHidden"}, {"F8", "cmdRun"}, {"F9", "cmdHidden"}, {"Esc", "cmdExit"}};
+    {"F8", "cmdHidden"},
+    {"F8", "cmdRun"},
+    {"F9", "cmdHidden"},
+    {"E", "mnuExit"},
+    {"Esc", "cmdExit"}};
 
 /// A window that tells in its label what it was asked.
 class ScriptedForm : public ui::Form {
@@ -159,11 +163,13 @@ constexpr ScriptCase kScripts[] = {
      "[control] fgrdList grid 2 enabled visible\n"
      "[row] NUV Acct | QuickBook Acct\n[row] CASH   | Cash\\|Drawer\n"},
     {"a key acts on the first of its controls that can be reached, in any letter case",
-     "key f8\nkey F9\nkey F3",
+     "key f8\nkey F9\nkey F3\nkey e\nkey q",
      "[status] step 1\n[status] step 2\n[status] step 3\n[status] step 4\n[status] step 5\n"
      "[status] done\n"
      "[refused] key F9: no control that is enabled and visible\n"
-     "[refused] key F3: no control that is enabled and visible\n"},
+     "[refused] key F3: no control that is enabled and visible\n"
+     "[status] mnuExit click\n"
+     "[refused] key q: no control that is enabled and visible\n"},
     {"a menu entry is clicked", "menu mnuExit", "[status] mnuExit click\n"},
     {"Stop is pressed at the first yield after the texts, in the next run only",
      "stop after 2\ncheck chkExport(0)\nclick cmdRun\nclick cmdRun",
@@ -201,6 +207,8 @@ TEST(ConsoleDesktop, endsOnWhatIsNoScript) {
         "stop after soon",
         "stop after -1",
         "key F88",
+        "key ?",
+        "file ",
         "show cmdNothing",
     };
     for (const char* script : kBroken) {
@@ -236,6 +244,25 @@ TEST(ConsoleDesktop, answersBoxesFromTheQueueAndElseByTheDefaultButton) {
         "[refused] answer yes: the box has no such button\n"
         "[box] T\\| | three\\\\ | ok -> ok\n"
         "[box] T\\| | four | ok/cancel -> ok\n"
+        "[status] frmSmall unload\n"
+    );
+}
+
+TEST(ConsoleDesktop, choosesTheFilesThatWereQueued) {
+    Session session("file /books/a b.qbw\nclick cmdAsk\nclose");
+    std::string chosen;
+    session.form.onAsk = [&] {
+        for (int count = 0; count < 2; ++count) {
+            chosen += session.desktop.chooseFile("Open", "C:\\KV", "*.qbw") + ";";
+        }
+    };
+    session.desktop.showModal(session.form);
+    EXPECT_EQ(chosen, "/books/a b.qbw;;");
+    EXPECT_EQ(
+        session.out.str(),
+        "[window] frmSmall \"A \\| B\"\n"
+        "[file] Open | C:\\\\KV -> /books/a b.qbw\n"
+        "[file] Open | C:\\\\KV -> cancel\n"
         "[status] frmSmall unload\n"
     );
 }

@@ -147,6 +147,20 @@ TEST_F(DocumentLog, holdsWhatWasSentAndReceivedForItsOwnerOnly) {
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
+TEST_F(DocumentLog, isKeptWhenTheEnvironmentNamesIt) {
+    for (const std::string& name : {std::string(), folder.str() + "/named.xml"}) {
+        ::setenv("BREVANE_QBXML_LOG", name.c_str(), 1);
+        const auto channel = platform::withDocumentLog(std::make_unique<NotingChannel>(farEnd));
+        ::unsetenv("BREVANE_QBXML_LOG");
+        EXPECT_EQ(channel->exchange("<q/>"), kHostAnswer);
+        EXPECT_EQ(std::filesystem::exists(folder.path() / "named.xml"), !name.empty());
+    }
+    EXPECT_EQ(
+        folder.read("named.xml"),
+        std::string("<!-- sent -->\n<q/>\n<!-- received -->\n") + kHostAnswer + "\n"
+    );
+}
+
 TEST_F(DocumentLog, neverDisturbsTheExchange) {
     std::filesystem::create_directory(folder.path() / "log.xml");
     EXPECT_NO_THROW(exchange("<q/>"));

@@ -13,9 +13,16 @@
 #include "windows/frmSM_USER_LOGIN.h"
 #include "windows/start_windows.h"
 
-#include <memory>
+#include <algorithm>
+#include <functional>
+#include <map>
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -30,35 +37,140 @@ protected:
     bool dispatch(std::string_view /*name*/, ui::Signal /*signal*/) override { return false; }
 };
 
-/// Every control has its place, large enough for what it shows, inside the window.
-void checkPlaces(ui::Form& form) {
-    SCOPED_TRACE(form.name());
-    platform::QtDesktop desktop;
-    desktop.showModeless(form);
-    desktop.pendingEvents();
-    desktop.pendingEvents();  // a box within a box settles one turn later
-    QWidget* window = testing_support::Operator::window(form.name());
-    ASSERT_NE(window, nullptr);
-    EXPECT_GE(window->width(), window->minimumSizeHint().width());
+std::string nameOf(const ui::ControlState& state) {
+    const bool isArray = state.index != ui::kNoIndex;
+    return state.name + (isArray ? "(" + std::to_string(state.index) + ")" : "");
+}
+
+QWidget* widgetOf(const QWidget& window, const ui::ControlState& state) {
+    return window.findChild<QWidget*>(QString::fromStdString(nameOf(state)));
+}
+
+/// Texts and controls are large enough for what they show, and none lies over another.
+void checkNothingIsCut(const QWidget& window) {
+    QList<QWidget*> shown;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool shrinks = widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
+        const bool isText = dynamic_cast<QLabel*>(widget) != nullptr ||
+                            dynamic_cast<QAbstractButton*>(widget) != nullptr;
+        if (!widget->isVisible() || !isText || shrinks || widget->objectName().startsWith("qt_")) {
+            continue;
+        }
+        SCOPED_TRACE(widget->objectName().toStdString() + widget->accessibleName().toStdString());
+        EXPECT_GE(widget->width(), widget->sizeHint().width());
+        EXPECT_GE(widget->height(), widget->sizeHint().height());
+        for (const QWidget* other : shown) {
+            EXPECT_FALSE(
+                other->parent() == widget->parent() &&
+                other->geometry().intersects(widget->geometry())
+            ) << other->objectName().toStdString();
+        }
+        shown += widget;
+    }
+}
+
+/// Every control has its place inside the window.
+void checkPlaces(ui::Form& form, const QWidget& window) {
     for (const ui::ControlState& state : form.controls()) {
-        const bool isArray = state.index != ui::kNoIndex;
-        const std::string name =
-            state.name + (isArray ? "(" + std::to_string(state.index) + ")" : "");
-        const auto* widget = window->findChild<QWidget*>(QString::fromStdString(name));
+        const QWidget* widget = widgetOf(window, state);
         if (state.kind == ui::Kind::menuItem || !form.isShown(state) || widget->isHidden()) {
             continue;
         }
-        SCOPED_TRACE(name);
-        const QRect place(widget->mapTo(window, QPoint()), widget->size());
-        EXPECT_TRUE(window->rect().contains(place));
+        SCOPED_TRACE(nameOf(state));
+        const QRect place(widget->mapTo(&window, QPoint()), widget->size());
+        EXPECT_TRUE(window.rect().contains(place));
         EXPECT_GE(widget->width(), widget->minimumSizeHint().width());
         EXPECT_GE(widget->height(), widget->minimumSizeHint().height());
+    }
+    checkNothingIsCut(window);
+}
+
+/// Calls `look` with the window of a form, and again for each frame that starts hidden, in the
+/// place of those beside it.
+void lookAt(ui::Form& form, const std::function<void(ui::Form&, QWidget&)>& look) {
+    SCOPED_TRACE(form.name());
+    platform::QtDesktop desktop;
+    desktop.showModeless(form);
+    std::vector<std::string> frames = {""};
+    for (const ui::ControlState& state : form.controls()) {
+        if (state.kind == ui::Kind::frame && !state.visible) {
+            frames.push_back(state.name);
+        }
+    }
+    QWidget* window = testing_support::Operator::window(form.name());
+    ASSERT_NE(window, nullptr);
+    EXPECT_LE(window->minimumSizeHint().width(), 1280);
+    EXPECT_LE(window->minimumSizeHint().height(), 720);
+    for (const std::string& frame : frames) {
+        SCOPED_TRACE(frame);
+        if (!frame.empty()) {
+            const QWidget* place = window->findChild<QWidget*>(QString::fromStdString(frame));
+            for (const ui::ControlState& other : form.controls()) {
+                const QWidget* beside = widgetOf(*window, other);
+                if (other.kind == ui::Kind::frame && other.visible &&
+                    beside->parent() == place->parent() && beside->x() == place->x() &&
+                    beside->y() == place->y()) {
+                    form.setVisible(other.name, false);
+                }
+            }
+            form.setVisible(frame, true);
+        }
+        desktop.pendingEvents();
+        desktop.pendingEvents();  // a box within a box settles one turn later
+        look(form, *window);
     }
     form.close();
 }
 
-TEST(Windows, giveEveryControlItsPlace) {
-    testing_support::application();
+bool takesFocus(ui::Kind kind) {
+    return kind != ui::Kind::label && kind != ui::Kind::frame && kind != ui::Kind::menuItem;
+}
+
+std::string spoken(QWidget& widget, QAccessible::Text what) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(what).toStdString();
+}
+
+/// The letter of its caption or of the label before it; else the key that it describes itself with.
+std::string keyOf(QWidget& widget) {
+    std::string key = spoken(widget, QAccessible::Accelerator);
+    if (dynamic_cast<QComboBox*>(&widget) != nullptr) {  // it says the key that opens its list
+        key.clear();
+        for (const QLabel* label : widget.window()->findChildren<QLabel*>()) {
+            if (label->buddy() == &widget) {
+                key = QKeySequence::mnemonic(label->text()).toString().toStdString();
+            }
+        }
+    }
+    return key.empty() ? spoken(widget, QAccessible::Description) : key;
+}
+
+/// Every control that is seen says a name of its own, and a key that reaches it: the letter of its
+/// caption, or the key in its description, or a key of the window.
+void checkReach(ui::Form& form, QWidget& window) {
+    std::map<std::string, std::string> keys;
+    for (const ui::ControlState& state : form.controls()) {
+        QWidget* widget = widgetOf(window, state);
+        if (!takesFocus(state.kind) || !form.isShown(state) || !widget->isVisible()) {
+            continue;
+        }
+        SCOPED_TRACE(nameOf(state));
+        const std::string name = spoken(*widget, QAccessible::Name);
+        EXPECT_FALSE(name.empty());
+        EXPECT_NE(name, state.name);
+        const std::string key = keyOf(*widget);
+        const bool hasFormKey =
+            std::any_of(form.keys().begin(), form.keys().end(), [&](const ui::Key& row) {
+                return row.index == state.index && state.name == row.control;
+            });
+        EXPECT_TRUE(hasFormKey || !key.empty());
+        const auto [known, isNew] = keys.emplace(key, nameOf(state));
+        const bool isColumn = state.index > 0 && known->second == state.name + "(0)";
+        EXPECT_TRUE(isNew || isColumn || key.empty()) << key << " is the key of " << known->second;
+    }
+}
+
+/// All windows of the program, without data.
+struct AllWindows {
     clsUserLogin login;
     Still<frmSetup> setup;
     Still<FrmQuickSetUP> quickSetup;
@@ -67,11 +179,11 @@ TEST(Windows, giveEveryControlItsPlace) {
     Still<SafeDialog> safe;
     Still<frmSMFILE_PATH> browser;
     Still<frmSM_DATAPATH2> dataPath;
-    Still<frmSM_USER_LOGIN> loginWindow(login);
-    Still<frmPasswordEnter> password(login);
+    Still<frmSM_USER_LOGIN> loginWindow{login};
+    Still<frmPasswordEnter> password{login};
     Still<FrmLoading> loading;
     Still<frmBRVSplash> splash;
-    const std::vector<ui::Form*> forms = {
+    std::vector<ui::Form*> all = {
         &setup,
         &quickSetup,
         &summaryExport,
@@ -83,9 +195,46 @@ TEST(Windows, giveEveryControlItsPlace) {
         &password,
         &loading,
         &splash};
-    for (ui::Form* form : forms) {
-        checkPlaces(*form);
+};
+
+TEST(Windows, giveEveryControlItsPlace) {
+    testing_support::application();
+    const AllWindows windows;
+    for (ui::Form* form : windows.all) {
+        lookAt(*form, checkPlaces);
     }
+}
+
+TEST(Windows, nameEveryControlAndAKeyThatReachesIt) {
+    testing_support::application();
+    const AllWindows windows;
+    for (ui::Form* form : windows.all) {
+        lookAt(*form, checkReach);
+    }
+}
+
+/// What a field says of its key is so; a column's key goes from field to field.
+TEST(Windows, goWhereTheirKeysSay) {
+    testing_support::application();
+    Still<frmSetup> setup;
+    lookAt(setup, [](ui::Form& form, QWidget& window) {
+        window.activateWindow();
+        for (const ui::ControlState& state : form.controls()) {
+            QWidget* widget = widgetOf(window, state);
+            auto* edit = dynamic_cast<QLineEdit*>(widget);
+            if (edit == nullptr || !edit->isVisible()) {
+                continue;
+            }
+            SCOPED_TRACE(nameOf(state));
+            const std::string key = keyOf(*widget);
+            ASSERT_FALSE(key.empty());
+            const QKeyCombination pressed = QKeySequence(QString::fromStdString(key))[0];
+            for (int press = 0; press < 8 && !(press > 0 && edit->hasFocus()); ++press) {
+                QTest::keyClick(window.focusWidget(), pressed.key(), pressed.keyboardModifiers());
+            }
+            EXPECT_TRUE(edit->hasFocus()) << key;
+        }
+    });
 }
 
 /// A window without a description of its own.
@@ -108,7 +257,8 @@ protected:
 TEST(Windows, withoutALayoutGetOne) {
     testing_support::application();
     PlainForm form;
-    checkPlaces(form);
+    lookAt(form, checkPlaces);
+    lookAt(form, checkReach);
 }
 
 }  // namespace

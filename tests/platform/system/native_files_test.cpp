@@ -131,6 +131,7 @@ TEST_F(NativeFiles, failWithTheNumbersOfTheSuite) {
         {"no folder to read in", [&] { static_cast<void>(files.read(deep)); }, 76},
         {"a file as folder", [this] { files.append(folder.file("file\\x"), ""); }, 76},
         {"no folder to list", [this] { (void)files.list(folder.file("gone"), "*"); }, 76},
+        {"no folder with folders", [this] { (void)files.folders(folder.file("gone")); }, 76},
         {"a folder that is there", [this] { files.makeFolder(folder.str()); }, 75},
         {"a folder as file", [this] { static_cast<void>(files.read(folder.str())); }, 75},
         {"a read-only file", [this] { files.write(folder.file("marked"), "y"); }, 75},
@@ -209,6 +210,10 @@ TEST_F(NativeFiles, areCopiedAppendedAndListed) {
     EXPECT_EQ(files.list(folder.str(), "nuvdata?.m*f").size(), 2U);
     EXPECT_EQ(files.list(folder.str(), "*.*").size(), 3U);
     EXPECT_EQ(files.list(folder.str(), "none*"), Names{});
+    folder.write("books/inside", "");
+    folder.write(".cache/inside", "");
+    EXPECT_EQ(files.folders(folder.str()), (Names{"books", "NUVDATA3.mdf"}));
+    EXPECT_EQ(files.folders(folder.file("BOOKS")), Names{});
     files.remove(folder.file("NUVDATA1.mdf"));
     EXPECT_FALSE(folder.has("nuvdata1.MDF"));
 }

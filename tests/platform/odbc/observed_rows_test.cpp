@@ -1,4 +1,4 @@
-#include "store.h"
+#include "each_store.h"
 #include "support/json.h"
 
 #include <set>
@@ -21,26 +21,26 @@ std::string literal(const Json& value) {
 }
 
 /// The tables of the vectors with their rows, and the index scripts of the suite's own tables.
-class ObservedRows : public Store {
+class ObservedRows : public EachStore {
 protected:
     ObservedRows() {
-        db.execute("BEGIN TRANSACTION");
+        execute("BEGIN TRANSACTION");
         for (const auto& [name, table] : vectors["tables"].members()) {
             std::string columns;
             for (std::size_t at = 0; at < table["columns"].items().size(); ++at) {
                 columns += (at == 0 ? "" : ",") + table["columns"][at].text() + " " +
                            table["types"][at].text();
             }
-            db.execute("Create Table " + name + " (" + columns + ");");
+            execute("Create Table " + name + " (" + columns + ");");
             for (const auto& row : table["rows"].items()) {
                 std::string values;
                 for (const auto& value : row.items()) {
                     values += (values.empty() ? "" : ",") + literal(value);
                 }
-                db.execute("INSERT INTO " + name + " VALUES(" + values + ")");
+                execute("INSERT INTO " + name + " VALUES(" + values + ")");
             }
         }
-        db.execute("COMMIT TRANSACTION");
+        execute("COMMIT TRANSACTION");
     }
 
     void makeIndexes() {
@@ -52,12 +52,12 @@ protected:
                  "Create UNIQUE Index idx_2 On SalesHead(ARCODE, STORE, SALEID)",
                  "Create UNIQUE Index idx_3 On SalesHead(STORE, INVOICE)",
              }) {
-            db.execute(statement);
+            execute(statement);
         }
     }
 
     std::string uidOf(const std::string& table, const std::string& statement) {
-        const auto rows = db.openRowSet(statement);
+        const auto rows = rowsOf(statement);
         if (rows->atEnd()) {
             return "no row";
         }
@@ -81,11 +81,18 @@ protected:
     Json vectors = testing_support::parseJsonFile(std::string(BREVANE_TEST_DATA) + "/rows.json");
 };
 
-TEST_F(ObservedRows, comeBackWithoutIndexes) {
+INSTANTIATE_TEST_SUITE_P(
+    Store,
+    ObservedRows,
+    testing::ValuesIn(testing_support::storeAdapters()),
+    testing_support::adapterName
+);
+
+TEST_P(ObservedRows, comeBackWithoutIndexes) {
     compareAll();
 }
 
-TEST_F(ObservedRows, comeBackByIndexesTheSame) {
+TEST_P(ObservedRows, comeBackByIndexesTheSame) {
     makeIndexes();
     compareAll();
 }

@@ -1,4 +1,4 @@
-#include "platform/sqlite/packed_rows.h"
+#include "platform/sql_dialect/packed_rows.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,0 +1,109 @@
+#include "driver_time.h"
+
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlite3.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+Clock::duration& total() {
+    static Clock::duration sum{};
+    return sum;
+}
+
+/// Runs a call with the clock around it.
+template <class Call>
+auto timed(const Call& call) {
+    const Clock::time_point start = Clock::now();
+    const auto result = call();
+    total() += Clock::now() - start;
+    return result;
+}
+
+}  // namespace
+
+namespace bench {
+
+std::chrono::nanoseconds driverTime() {
+    return total();
+}
+
+}  // namespace bench
+
+// The linker's names: __wrap_X is called in the place of X, which is __real_X. Listed in
+// CMakeLists.txt.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+#define BENCH_TIMED(result, name, parameters, arguments)                                           \
+    extern "C" result __real_##name parameters;                                                    \
+    extern "C" result __wrap_##name parameters {                                                   \
+        return timed([&] { return __real_##name arguments; });                                     \
+    }
+
+BENCH_TIMED(
+    int,
+    sqlite3_prepare_v2,
+    (sqlite3 * db, const char* text, int size, sqlite3_stmt** statement, const char** rest),
+    (db, text, size, statement, rest)
+)
+BENCH_TIMED(int, sqlite3_step, (sqlite3_stmt * statement), (statement))
+BENCH_TIMED(int, sqlite3_reset, (sqlite3_stmt * statement), (statement))
+BENCH_TIMED(int, sqlite3_clear_bindings, (sqlite3_stmt * statement), (statement))
+BENCH_TIMED(int, sqlite3_column_type, (sqlite3_stmt * statement, int column), (statement, column))
+BENCH_TIMED(
+    sqlite3_int64, sqlite3_column_int64, (sqlite3_stmt * statement, int column), (statement, column)
+)
+BENCH_TIMED(
+    double, sqlite3_column_double, (sqlite3_stmt * statement, int column), (statement, column)
+)
+BENCH_TIMED(
+    const unsigned char*,
+    sqlite3_column_text,
+    (sqlite3_stmt * statement, int column),
+    (statement, column)
+)
+BENCH_TIMED(
+    SQLRETURN,
+    SQLExecDirectW,
+    (SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER size),
+    (statement, text, size)
+)
+BENCH_TIMED(SQLRETURN, SQLFetch, (SQLHSTMT statement), (statement))
+BENCH_TIMED(SQLRETURN, SQLMoreResults, (SQLHSTMT statement), (statement))
+BENCH_TIMED(
+    SQLRETURN,
+    SQLGetData,
+    (SQLHSTMT statement,
+     SQLUSMALLINT column,
+     SQLSMALLINT type,
+     SQLPOINTER value,
+     SQLLEN size,
+     SQLLEN* indicator),
+    (statement, column, type, value, size, indicator)
+)
+BENCH_TIMED(
+    SQLRETURN, SQLNumResultCols, (SQLHSTMT statement, SQLSMALLINT* count), (statement, count)
+)
+BENCH_TIMED(
+    SQLRETURN,
+    SQLDescribeColW,
+    (SQLHSTMT statement,
+     SQLUSMALLINT column,
+     SQLWCHAR* name,
+     SQLSMALLINT size,
+     SQLSMALLINT* length,
+     SQLSMALLINT* type,
+     SQLULEN* width,
+     SQLSMALLINT* digits,
+     SQLSMALLINT* nullable),
+    (statement, column, name, size, length, type, width, digits, nullable)
+)
+BENCH_TIMED(
+    SQLRETURN,
+    SQLAllocHandle,
+    (SQLSMALLINT type, SQLHANDLE input, SQLHANDLE* output),
+    (type, input, output)
+)
+BENCH_TIMED(SQLRETURN, SQLFreeHandle, (SQLSMALLINT type, SQLHANDLE handle), (type, handle))
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)

@@ -1,0 +1,128 @@
+#include "sales_store.h"
+
+#include "config/clsDataPath.h"
+#include "core/brvDBSM_Interface.h"
+#include "db/NuvDBSM_MSDE.h"
+#include "db/connection.h"
+#include "db/nuvDBSM_Common.h"
+#include "db/nuvDBSM_SalesHead.h"
+#include "platform/ports/platform.h"
+
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace bench {
+
+namespace {
+
+/// A connection with a clock around its statements.
+class TimedConnection : public platform::DataConnection {
+public:
+    TimedConnection(
+        std::unique_ptr<platform::DataConnection> inner, std::chrono::nanoseconds& total
+    )
+        : inner_(std::move(inner)),
+          total_(total) {}
+
+    void open(const platform::ConnectionSettings& settings) override { inner_->open(settings); }
+    [[nodiscard]] bool isOpen() const override { return inner_->isOpen(); }
+    void close() override { inner_->close(); }
+    void execute(std::string_view statement) override {
+        const auto start = std::chrono::steady_clock::now();
+        inner_->execute(statement);
+        total_ += std::chrono::steady_clock::now() - start;
+    }
+    std::unique_ptr<platform::RowSet> openRowSet(std::string_view statement) override {
+        const auto start = std::chrono::steady_clock::now();
+        auto rows = inner_->openRowSet(statement);
+        total_ += std::chrono::steady_clock::now() - start;
+        return rows;
+    }
+
+private:
+    std::unique_ptr<platform::DataConnection> inner_;
+    std::chrono::nanoseconds& total_;
+};
+
+}  // namespace
+
+SalesStore::SalesStore(testing_support::StoreAdapter adapter, std::int32_t sales)
+    : adapter_(std::move(adapter)),
+      catalog_(adapter_.newCatalogName()),
+      settings_(folder_.str() + "/settings.ini") {
+    install();
+    open();
+    fill(sales);
+    watch.statements.clear();
+}
+
+SalesStore::~SalesStore() {
+    db::resetEngine();
+    adapter_.dropCatalog(catalog_);
+}
+
+void SalesStore::install() {
+    platform::Platform adapters;
+    adapters.settings = &settings_;
+    adapters.files = &files_;
+    adapters.processes = &processes_;
+    adapters.clock = &clock_;
+    adapters.desktop = &desktop_;
+    adapters.makeConnection = [this] {
+        return std::make_unique<testing_support::WatchedConnection>(
+            std::make_unique<TimedConnection>(adapter_.makeConnection(folder_.str()), adapterTime_),
+            watch
+        );
+    };
+    adapters.makeManagement = [this] { return adapter_.makeManagement(folder_.str()); };
+    platform::install(std::move(adapters));
+    gDataPath.DataPath = folder_.str();
+}
+
+void SalesStore::open() {
+    settings_.save(db::kSettingsApplication, db::kSettingsSection, "Server", adapter_.server);
+    settings_.save(db::kSettingsApplication, db::kSettingsSection, "DBName", catalog_);
+    adapter_.makeCatalog(folder_.str(), catalog_);
+    std::string message;
+    gfbDB_Connect(message);
+    db::bindCommon();
+    gCommon.StoreNumber = 1;
+    gfiDB_Operation(db::tableCommon, db::opInsert, 0);
+    db_fbInterface_open();
+    if (db_fbAllTables_open() == kNo) {
+        throw std::runtime_error("the store does not open");
+    }
+}
+
+void SalesStore::fill(std::int32_t sales) {
+    constexpr std::int32_t kStride = 7919;  // a prime that no count of sales holds
+    db::connection().execute("BEGIN TRANSACTION");
+    for (std::int32_t number = 0; number < sales; ++number) {
+        const std::int32_t sale =
+            static_cast<std::int32_t>(std::int64_t{number} * kStride % sales) + 1;
+        std::string invoice = std::to_string(sale);
+        invoice.insert(0, 7 - invoice.size(), '0');
+        gSalesHead = db::SalesHeadRecord();
+        gSalesHead.SALEID = sale;
+        gSalesHead.HubUID = sale;
+        gSalesHead.Store = 1;
+        gSalesHead.Invoice = invoice;
+        gSalesHead.SaleDate = "20150110";
+        if (gfiDB_Operation(db::tableSalesHead, db::opInsert, 0) == kNo) {
+            throw std::runtime_error("sale " + invoice + " was refused");
+        }
+    }
+    db::connection().execute("COMMIT TRANSACTION");
+}
+
+std::int64_t SalesStore::walk() {
+    LegacyBool found = gfiDB_Operation(db::tableSalesHead, db::opGetFirst, db::keySalesHeadInvoice);
+    std::int64_t sales = 0;
+    for (; found != kNo; ++sales) {
+        found = gfiDB_Operation(db::tableSalesHead, db::opGetNext, db::keySalesHeadInvoice);
+    }
+    return sales;
+}
+
+}  // namespace bench
