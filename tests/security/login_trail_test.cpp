@@ -2,6 +2,7 @@
 #include "db/nuvDBSM_Common.h"
 #include "db/nuvDBSM_SecurLog.h"
 #include "security/login_fixture.h"
+#include "security/secret.h"
 #include "security/sm_Encryption_Ops.h"
 #include "util/conversions.h"
 
@@ -169,7 +170,7 @@ TEST_F(LoginTrail, aChangeNeverHitsAnotherRow) {
 TEST_F(LoginTrail, noFileHoldsAPasswordOrAKey) {
     openShop();
     expireIn("ZOE", 0);
-    const std::string key = gfsUserKey();
+    const security::Secret key(gfsUserKey());  // a later test searches the memory for it
     newPasswords = {{"s3cretNew", "s3cretNeu"}, {"s3cretNew", "s3cretNew"}};
     logIn({{"ZOE", "s3cretBad"}, {"Z1", "zoe1234"}});
     EXPECT_TRUE(isIn());
@@ -195,7 +196,10 @@ TEST_F(LoginTrail, noFileHoldsAPasswordOrAKey) {
         std::ifstream in(entry.path(), std::ios::binary);
         const std::string bytes{std::istreambuf_iterator<char>(in), {}};
         SCOPED_TRACE(entry.path());
-        for (const std::string& secret : {std::string("s3cret"), std::string("zoe1234"), key}) {
+        for (const std::string_view secret :
+             {std::string_view("s3cret"),
+              std::string_view("zoe1234"),
+              std::string_view(key.text())}) {
             EXPECT_EQ(bytes.find(secret), std::string::npos) << secret;
         }
         const bool isStore = entry.path().string().find("NUVDATA1.mdf") != std::string::npos;
