@@ -11,8 +11,8 @@
 #include "platform/ports/platform.h"
 #include "platform/qbxml/session_manager.h"
 #include "platform/standin/standin_channel.h"
-#include "support/counting_connection.h"
 #include "support/link_fixture.h"
+#include "support/watched_store.h"
 
 #include <array>
 #include <chrono>
@@ -26,8 +26,6 @@
 #include <benchmark/benchmark.h>
 
 namespace {
-
-using testing_support::CountingConnection;
 
 constexpr std::int32_t kRecords = 50000;
 /// Records at each end of a table that are sent and measured.
@@ -200,9 +198,7 @@ private:
         adapters.desktop = &desktop_;
         desktop_.onEachYield = [] {};
         adapters.makeConnection = [this, make = adapters.makeConnection] {
-            auto connection = std::make_unique<CountingConnection>(make());
-            connection_ = connection.get();
-            return connection;
+            return std::make_unique<testing_support::WatchedConnection>(make(), store_);
         };
         adapters.makeSessionManager = [this] {
             return std::make_unique<platform::QbxmlSessionManager>(std::make_unique<AwayChannel>(
@@ -229,7 +225,7 @@ private:
             }
         }
         execute("COMMIT TRANSACTION");
-        connection_->forget();
+        store_.statements.clear();
     }
 
     /// Serves a yield at which the record `number` is in the buffer.
@@ -249,7 +245,7 @@ private:
         away_ = false;
         isMeasuring_ = true;
         firstNumber_ = number;
-        statements_ = connection_->statements().size();
+        statements_ = store_.statements.size();
         exchanges_ = faults->exchanges;
         cpuStart_ = std::clock();
         start_ = Clock::now();
@@ -262,17 +258,17 @@ private:
         cost.cpuSeconds =
             static_cast<double>(std::clock() - cpuStart_) / CLOCKS_PER_SEC / cost.records;
         cost.statements =
-            static_cast<double>(connection_->statements().size() - statements_) / cost.records;
+            static_cast<double>(store_.statements.size() - statements_) / cost.records;
         cost.requests = static_cast<double>(faults->exchanges - exchanges_) / cost.records;
         isMeasuring_ = false;
         away_ = true;
         faults->documents.clear();
-        connection_->forget();
+        store_.statements.clear();
     }
 
     const List& list_;
     BenchDesktop desktop_;
-    CountingConnection* connection_ = nullptr;
+    testing_support::StoreWatch store_;
     bool away_ = false;
     bool isMeasuring_ = false;
     std::int32_t firstNumber_ = 0;

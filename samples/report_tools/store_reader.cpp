@@ -1,11 +1,12 @@
 #include "report_tools/store_reader.h"
 
+#include "platform/ports/platform_error.h"
+#include "platform/system/file_io.h"
 #include "platform/system/ini_settings_store.h"
 
 #include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <stdexcept>
 
@@ -128,17 +129,18 @@ void StoreReader::writeExport(const std::string& name, const std::vector<std::st
         fs::remove(file);
         return;
     }
-    fs::create_directories(file.parent_path());
-    const fs::path draft = file.string() + ".new";
-    std::ofstream stream(draft, std::ios::binary);
+    if (fs::create_directories(file.parent_path())) {
+        fs::permissions(file.parent_path(), fs::perms::others_all, fs::perm_options::remove);
+    }
+    std::string text;
     for (const std::string& line : lines) {
-        stream << line << "\r\n";
+        text += line + "\r\n";
     }
-    stream.close();
-    if (!stream) {
-        fail(draft.string() + " cannot be written");
+    try {
+        platform::replaceFile(file.string(), text);
+    } catch (const platform::PlatformError& error) {
+        fail(file.string() + " cannot be written: " + error.description());
     }
-    fs::rename(draft, file);
 }
 
 std::vector<std::string>

@@ -22,10 +22,15 @@ namespace {
 
 using samplestore::Options;
 
+constexpr int kFailed = 1;
+constexpr int kWrongCall = 64;
+
 constexpr char kUsage[] =
     "usage: samplestore FOLDER --sales N --days D --seed S [--from YYYYMMDD] [--summary]\n"
     "Makes a data folder with the sales of a shop, its settings, its company file and the report\n"
-    "tools. --summary makes a store whose daily totals are posted.\n";
+    "tools. The folder must be empty, or new. --summary makes a store whose daily totals are "
+    "posted.\n"
+    "Status: 0 the store was made, 1 it was not, 64 a wrong call.\n";
 
 /// The operator of a tool: boxes go to the error output and take their default answer.
 class BoxPrinter : public platform::DesktopPort {
@@ -122,10 +127,10 @@ int main(int argc, char** argv) {
     auto options = readOptions(std::vector<std::string>(argv + 1, argv + argc));
     if (!options) {
         std::cerr << kUsage;
-        return 2;
+        return kWrongCall;
     }
     try {
-        std::filesystem::create_directories(options->folder);
+        samplestore::prepareFolder(options->folder);
         options->folder = std::filesystem::canonical(options->folder).string();
         options->toolsFolder = std::filesystem::path(platform::executableFile()).parent_path();
         return run(*options);
@@ -134,5 +139,5 @@ int main(int argc, char** argv) {
     } catch (const platform::ProgramEnd&) {
         std::cerr << "samplestore: the catalog could not be opened\n";
     }
-    return 1;
+    return kFailed;
 }

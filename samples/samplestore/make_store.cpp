@@ -15,13 +15,15 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kCatalog[] = "NUVDATA1";
+constexpr int kExistsAlready = 58;
+constexpr int kPathAccess = 75;
 
 void writeText(const fs::path& file, const std::string& text) {
     std::ofstream stream(file, std::ios::binary);
     stream << text;
     stream.flush();
     if (!stream) {
-        throw platform::PlatformError(75, file.string() + " cannot be written");
+        throw platform::PlatformError(kPathAccess, file.string() + " cannot be written");
     }
     fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
 }
@@ -60,14 +62,32 @@ void copyTools(const Options& options) {
 
 }  // namespace
 
+void prepareFolder(const std::string& folder) {
+    std::error_code failure;
+    const bool isNew = fs::create_directories(folder, failure);
+    const bool isEmpty = !failure && fs::is_empty(folder, failure);
+    if (failure) {
+        throw platform::PlatformError(
+            kPathAccess, "the folder " + folder + " cannot be used: " + failure.message()
+        );
+    }
+    if (!isEmpty) {
+        throw platform::PlatformError(
+            kExistsAlready, folder + " holds something already: a store is made in an empty folder"
+        );
+    }
+    if (isNew) {
+        fs::permissions(folder, fs::perms::owner_all);  // company data is the owner's only
+    }
+}
+
 int makeStore(const Options& options) {
     const fs::path folder = options.folder;
     if (fs::exists(folder / (std::string(kCatalog) + ".mdf"))) {
-        throw platform::PlatformError(58, options.folder + " holds a store already");
+        throw platform::PlatformError(kExistsAlready, options.folder + " holds a store already");
     }
     fs::create_directories(folder / "config" / "brevane");
     fs::create_directories(folder / "program");
-    fs::permissions(folder, fs::perms::owner_all);  // company data is the owner's only
     writeSettings(options);
     connect(options);
     const int rows = writeTables(options);

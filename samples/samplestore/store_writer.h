@@ -17,6 +17,11 @@ struct Options {
     std::string toolsFolder;            ///< where the report tools lie; empty: none are copied
 };
 
+/// Makes the folder of a new store: its owner's only when it is new. A folder that is there must be
+/// empty, and keeps its permissions.
+/// @throws platform::PlatformError 58 for a folder that holds anything, 75 when it cannot be made.
+void prepareFolder(const std::string& folder);
+
 /// Makes the whole store in `options.folder` through the installed adapters: settings, catalog with
 /// its tables, `QBLINK.NUV`, company file. The engine stays connected to the catalog.
 /// @return count of rows written. @throws platform::PlatformError (58 when the folder holds a store

@@ -27,7 +27,7 @@ constexpr char kUsage[] =
     "where there is no display, the operator's actions are read from the standard input, one a\n"
     "line, and what the windows show is printed.\n"
     "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
-    "Status: 0 somebody logged in, 1 nobody did.\n";
+    "Status: 0 somebody logged in, 1 nobody did, 3 the display cannot be used.\n";
 
 std::string loginSetting(const char* key) {
     return platform::settings().get(windows::kLoginApplication, windows::kLoginSection, key, "");
@@ -75,7 +75,7 @@ int statusOf(bool isLoggedIn) {
 }
 
 int atTheScreen(int argc, char** argv) {
-    const QApplication application(argc, argv);
+    const auto application = app::openDisplay(argc, argv);
     QApplication::setApplicationName("brevane-login");
     const app::DesktopAdapters adapters;
     return statusOf(run());

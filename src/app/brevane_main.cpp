@@ -1,3 +1,4 @@
+#include "app/display.h"
 #include "desktop_adapters.h"
 
 #include <exception>
@@ -12,8 +13,9 @@ constexpr char kUsage[] =
     "Posts a store's records into its company file. No arguments.\n"
     "BREVANE_PROGRAM_FOLDER  folder of the program's own files\n"
     "BREVANE_QBXML_LOG       file to which every document sent and received is appended\n"
-    "Status: 0 the program ended by itself, 3 the platform failed before the program could "
-    "start.\n";
+    "Status: 0 the program ended by itself, 3 there is no display, or the platform failed before "
+    "the\n"
+    "program could start.\n";
 
 }  // namespace
 
@@ -22,7 +24,7 @@ int main(int argc, char** argv) {
         std::cerr << kUsage;
         return app::kWrongCall;
     }
-    const QApplication application(argc, argv);
+    const auto application = app::openDisplay(argc, argv);
     QApplication::setApplicationName("brevane");
     QApplication::setApplicationDisplayName("NUV Brevane");
     try {

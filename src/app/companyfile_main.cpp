@@ -2,8 +2,8 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,15 +48,27 @@ std::optional<Call> readCall(const std::vector<std::string>& arguments) {
     return call;
 }
 
+/// What a file holds; nothing when it cannot be read, as a folder.
+std::optional<std::string> textOf(const std::string& name) {
+    std::ostringstream text;
+    std::ifstream in(name, std::ios::binary);
+    in.peek();  // an empty file has no text to copy, which is no failure
+    if (in.eof()) {
+        return std::string();
+    }
+    text << in.rdbuf();
+    return in && text ? std::optional(text.str()) : std::nullopt;
+}
+
 int makeNew(const Call& call) {
     std::string mapping;
     if (!call.mapping.empty()) {
-        std::ifstream in(call.mapping, std::ios::binary);
-        if (!in) {
+        const std::optional<std::string> text = textOf(call.mapping);
+        if (!text) {
             std::cerr << "The mapping " << call.mapping << " cannot be read.\n";
             return kFailed;
         }
-        mapping.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        mapping = *text;
     }
     CompanyFile::create(call.file, call.templateName, mapping);
     return kDone;

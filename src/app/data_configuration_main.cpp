@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
                   << platform::IniSettingsStore().file() << "\n";
         return app::kPlatformFailed;
     }
-    const QApplication application(argc, argv);
+    const auto application = app::openDisplay(argc, argv);
     QApplication::setApplicationName("NUVDataConfiguration");
     QApplication::setApplicationDisplayName("");
     try {

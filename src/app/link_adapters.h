@@ -17,6 +17,7 @@
 #include "platform/system/native_processes.h"
 #include "util/conversions.h"
 
+#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -89,6 +90,16 @@ private:
     Desktop desktop_;
 };
 
+/// Tells on the error output that the settings name no store, which ends the program silently.
+inline void tellMissingStore() {
+    platform::ignoringErrors([] {
+        if (connectionSetting("Server").empty()) {
+            std::cerr << "There is no store: the settings " << platform::IniSettingsStore().file()
+                      << " name no Server.\n";
+        }
+    });
+}
+
 /// Runs the program on the installed adapters. @return status of the process.
 inline int runLink() {
     int status = 0;
@@ -98,6 +109,7 @@ inline int runLink() {
         status = end.status;
     }
     core::resetLink();
+    tellMissingStore();
     return status;
 }
 

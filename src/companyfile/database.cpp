@@ -46,6 +46,13 @@ CREATE INDEX applied_target ON applied (target);
 INSERT INTO meta VALUES ('clock', 1420459200), ('entries', 0), ('transactions', 0), ('lines', 0);
 )";
 
+/// Bytes of a file; 0 when it is not there.
+std::int64_t sizeOf(const std::string& path) {
+    std::error_code failure;
+    const auto size = std::filesystem::file_size(path, failure);
+    return failure ? 0 : static_cast<std::int64_t>(size);
+}
+
 std::int64_t pragma(Database& database, const char* name) {
     Statement statement = database.prepare(name);
     return statement.step() ? statement.integer(0) : 0;
@@ -118,6 +125,7 @@ Database::Database(const std::string& path, Mode mode) : path_(path) {
     if (mode == Mode::create) {
         claim();
     }
+    const bool hasLog = sizeOf(path + "-wal") > 0;
     sqlite3* database = nullptr;
     const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
     handle_.reset(database);
@@ -132,6 +140,9 @@ Database::Database(const std::string& path, Mode mode) : path_(path) {
         make();
     } else {
         probe();
+        if (!hasLog) {
+            lookForEnd();
+        }
     }
     execute("PRAGMA synchronous = NORMAL");
     execute("PRAGMA wal_autocheckpoint = 8000");  // pages; each checkpoint waits for the disk
@@ -208,6 +219,14 @@ void Database::probe() {
     }
     execute("BEGIN IMMEDIATE");  // fails when another program holds the file
     execute("ROLLBACK");
+}
+
+/// A file that was cut within its last page opens like a whole one. While there is a log, pages may
+/// still be there only.
+void Database::lookForEnd() {
+    if (sizeOf(path_) < pragma(*this, "PRAGMA page_count") * pragma(*this, "PRAGMA page_size")) {
+        damaged("its end is missing");
+    }
 }
 
 void Database::execute(const char* sql) {

@@ -72,6 +72,7 @@ private:
     void make();
     void fill();
     void probe();
+    void lookForEnd();
 
     struct Closer {
         void operator()(sqlite3* database) const;

@@ -10,6 +10,7 @@
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Common.h"
 #include "export/record_exports.h"
+#include "export/run_record.h"
 #include "export/sale_state.h"
 #include "platform/ports/platform.h"
 #include "qb/smQB_Utilities.h"
@@ -90,6 +91,7 @@ void resetLink() {
     db::resetEngine();
     qb::resetGateway();
     exporting::resetSaleState();
+    exporting::resetRunRecords();
     exporting::resetRecordExports();
 }
 

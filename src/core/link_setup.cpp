@@ -77,6 +77,7 @@ void readMapping(clsINI_Services& ini) {
 
 /// True when the file is there and bears the link's mark; then everything was read.
 bool readSetup() {
+    core::putBackLinkSetup();
     clsINI_Services ini;
     ini.File(core::linkSetupFile());
     if (ini.FileOpen() == kNo) {
@@ -90,6 +91,11 @@ bool readSetup() {
     readMarks(ini);
     readMapping(ini);
     return true;
+}
+
+/// The file that holds the whole setup while it is written anew.
+std::string keptSetupFile() {
+    return gsDataPath + "\\QBLINK.SAV";
 }
 
 void showReadFailure(const std::string& description) {
@@ -146,12 +152,40 @@ std::string linkSetupFile() {
 }
 
 bool openLinkSetup() {
+    platform::ignoringErrors(putBackLinkSetup);  // a mark counts for what is there, whole or not
     gLinkIni.File(linkSetupFile());
     return gLinkIni.FileOpen() != kNo;
 }
 
+void keepLinkSetup() {
+    platform::files().write(keptSetupFile(), platform::files().read(linkSetupFile()));
+}
+
+void dropKeptLinkSetup() {
+    if (platform::files().fileExists(keptSetupFile())) {
+        platform::files().remove(keptSetupFile());
+    }
+}
+
+void putBackLinkSetup() {
+    platform::FilePort& files = platform::files();
+    if (!files.fileExists(keptSetupFile())) {
+        return;
+    }
+    const std::string whole = files.read(keptSetupFile());
+    if (files.fileExists(linkSetupFile())) {
+        files.remove(linkSetupFile());  // first: a full disk has no room for a third file
+    }
+    files.write(linkSetupFile(), whole);
+    files.remove(keptSetupFile());
+}
+
 void storeMark(const std::string& key, const std::string& value) {
     gLinkIni.WriteData("IMPORT HIST", key, value);
+}
+
+std::string storedMark(const std::string& key) {
+    return openLinkSetup() ? gLinkIni.getvalue("IMPORT HIST", key, "") : std::string();
 }
 
 void resetLinkSetup() {

@@ -89,10 +89,24 @@ void buildAccountTable(const std::vector<TenderRow>& tenders);
 
 /// Full name of `QBLINK.NUV`.
 std::string linkSetupFile();
-/// Opens `gLinkIni` on `QBLINK.NUV`; true when the file can be read and written.
+/// Opens `gLinkIni` on `QBLINK.NUV`; true when the file can be read and written. A save that was
+/// cut off is taken back first.
 bool openLinkSetup();
+/// Keeps all of `QBLINK.NUV` as `QBLINK.SAV` beside it, for as long as a save takes.
+/// @throws PlatformError when that cannot be written; nothing is changed then.
+void keepLinkSetup();
+/// Ends a save: what was kept is removed. @throws PlatformError when it cannot be.
+void dropKeptLinkSetup();
+/// Takes back a save that was cut off: puts the kept file in the place of what is there. Does
+/// nothing when none is kept. @throws PlatformError when the file cannot be put back; it stays
+/// kept.
+void putBackLinkSetup();
 /// Writes one key of section "IMPORT HIST"; the file must have been opened by openLinkSetup().
 void storeMark(const std::string& key, const std::string& value);
+
+/// One key of section "IMPORT HIST" as `QBLINK.NUV` holds it now; empty when the file cannot be
+/// read.
+std::string storedMark(const std::string& key);
 
 /// Puts the state of this module back to its start values.
 void resetLinkSetup();

@@ -1,7 +1,10 @@
 #include "export/export_run.h"
 
+#include "config/clsDataPath.h"
+#include "core/brv_op.h"
 #include "core/run_log.h"
 #include "platform/ports/platform.h"
+#include "platform/ports/platform_error.h"
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
 #include "ui/form.h"
@@ -21,6 +24,17 @@ bool ensureSession() {
         gpSessionReady_ensure();
     }
     return gbQBReady != kNo;
+}
+
+/// A folder whose file system knows no locks, or that cannot be written, is exported all the same.
+ExportLock::ExportLock() {
+    platform::ignoringErrors([&] {
+        file_ = platform::files().lock(gDataPath.DataPath + "\\QBLINK.LCK");
+        isHeld_ = file_ != nullptr;
+    });
+    if (!isHeld_) {
+        core::showMessage("Another program is exporting from this data folder. Nothing was sent.");
+    }
 }
 
 std::string storedDate(const std::string& text) {

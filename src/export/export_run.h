@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/ports/system.h"
+
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace exporting {
@@ -8,6 +11,19 @@ namespace exporting {
 /// Makes sure that a session is open. @return false when none could be opened (the operator gave up
 /// or is gone): nothing may be walked then.
 bool ensureSession();
+
+/// Holds the data folder for an export that posts transactions ("QBLINK.LCK"), so that two programs
+/// never walk the same sales side by side.
+class ExportLock {
+public:
+    ExportLock();
+    /// False while another program exports from this folder; the operator was told so.
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
+
+private:
+    std::unique_ptr<platform::FileLock> file_;
+    bool isHeld_ = true;
+};
 
 /// The eight digits of the date in the control `name` of the setup window (today for an empty one);
 /// puts them into the control. A text that is no date stays as it is.

@@ -1,5 +1,6 @@
 #include "export/purchase_order_post.h"
 
+#include "core/run_log.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_POHeader.h"
@@ -10,14 +11,18 @@
 #include "export/record_walk.h"
 #include "export/sale_conversion.h"
 #include "qb/clsQBPO.h"
+#include "qb/posted_transactions.h"
 #include "util/conversions.h"
 #include "util/nuv_formats.h"
+
+#include <algorithm>
 
 namespace exporting {
 
 namespace {
 
 constexpr char kNonStock[] = "~NONSTK";
+constexpr char kDefaultVendor[] = "Default";
 
 /// Reads the head of the order in the buffer. A number that is longer than the head's column has
 /// none.
@@ -38,14 +43,17 @@ void setDates(clsQBPO& order, bool hasHead) {
     order.ExpectedDate = storedDate(expected) == expected ? std::string() : expected;
 }
 
+/// Sends the vendor of the receipt; the vendor "Default" is made when the store has no row of it.
 std::string exportVendor() {
     std::string code = gPOHistory.VendorCode.trimmed();
     if (code.empty()) {
-        return ensureVendor(code);
+        code = kDefaultVendor;
     }
     gVendors.VENDCODE = code;
     if (readEqual(db::tableVendors, db::keyVendorsVendCode)) {
         gpVendor_export();
+    } else if (code == kDefaultVendor) {
+        ensureVendor(code);
     }
     return code;
 }
@@ -68,12 +76,22 @@ bool isPostableReceipt() {
     return status == "R" || status == "U";
 }
 
-PurchaseOrderPost::PurchaseOrderPost() {
+std::string receiptKey(std::int32_t number) {
+    constexpr std::size_t kWidth = 10;
+    const std::string digits = util::textOf(static_cast<std::int64_t>(std::max(number, 0)));
+    return std::string(kWidth - digits.size(), '0') + digits;
+}
+
+PurchaseOrderPost::PurchaseOrderPost(RunRecord* record) : record_(record) {
     gaQBPOLines.assign(1, QBPOLine());
 }
 
 void PurchaseOrderPost::begin() {
     number_ = gPOHistory.PONumber.str();
+    firstReceipt_ = receiptKey(gPOHistory.UniqueID);
+    if (record_ != nullptr) {
+        record_->reach(firstReceipt_);
+    }
     gaQBPOLines.assign(1, QBPOLine());
     clsQBPO& order = qb::purchaseOrder();
     order = clsQBPO();
@@ -91,12 +109,37 @@ void PurchaseOrderPost::addLine() {
     gaQBPOLines.push_back(line);
 }
 
+/// A number may have several orders, one for each day on which goods came in, or more: as many stay
+/// back as the company file has.
+bool PurchaseOrderPost::isSentBefore() {
+    if (record_ == nullptr || !record_->mayBePosted(firstReceipt_)) {
+        return false;
+    }
+    const clsQBPO& order = qb::purchaseOrder();
+    const std::string day = storedDate(order.DueDate);
+    std::size_t found = 0;
+    for (const auto& posted : qb::postedTransactions("PurchaseOrder", order.RefNumber)) {
+        std::string due = posted.DueDate;
+        std::erase(due, '-');
+        found += due == day || day.empty() ? 1U : 0U;
+    }
+    std::size_t& kept = keptBack_[order.RefNumber + " " + day];
+    if (found <= kept) {
+        return false;
+    }
+    ++kept;
+    gpQBLink_Log_writing("PurchaseOrder " + order.RefNumber + " is in QuickBooks already");
+    return true;
+}
+
 void PurchaseOrderPost::post() {
     if (gaQBPOLines.size() <= 1) {
         return;
     }
-    qb::purchaseOrder().POHeaderAddNewReq();
-    logGatewayStatus();
+    if (!isSentBefore()) {
+        qb::purchaseOrder().POHeaderAddNewReq();
+        logGatewayStatus();
+    }
     gaQBPOLines.assign(1, QBPOLine());
 }
 

@@ -61,30 +61,44 @@ bool findFromDate() {
     }
     return exporting::firstOfStatement(
         db::tablePOHistory,
-        "SELECT TOP 1 * FROM " + historyTable() + " WHERE Status > 'R' OR (Status = 'R' AND " +
-            "DateReceived >= '" + date + "') ORDER BY UniqueID"
+        "SELECT TOP 1 * FROM " + historyTable() + " WHERE Status >= 'R' AND DateReceived >= '" +
+            date + "' ORDER BY UniqueID"
     )();
 }
 
-/// The receipts in the order of their numbers, each run of one number as an order.
+/// Where an order begins: at each change of the receipts' number, or at the first receipt only (of
+/// one number, in whatever case it was typed).
+enum class OrderStart : std::uint8_t { eachNumber, once };
+
+/// The receipts of a walk, on their way into orders.
 class ReceiptWalk {
 public:
+    explicit ReceiptWalk(OrderStart start)
+        : start_(start),
+          order_(start == OrderStart::once ? nullptr : &exporting::ordersRecord()) {}
     void visit() {
         if (!exporting::isPostableReceipt()) {
             return;
         }
-        if (!order_.isOf(gPOHistory.PONumber.str())) {
-            exporting::PurchaseOrderPost::post();
+        if (beginsOrder()) {
+            order_.post();
+            hasBegun_ = true;
             order_.begin();
         }
         exporting::PurchaseOrderPost::addLine();
         lastNumber_ = gPOHistory.UniqueID;
     }
-    void finish() { exporting::PurchaseOrderPost::post(); }
+    void finish() { order_.post(); }
     /// Number of the last receipt exported; 0 when there was none.
     [[nodiscard]] std::int32_t lastNumber() const { return lastNumber_; }
 
 private:
+    [[nodiscard]] bool beginsOrder() const {
+        return start_ == OrderStart::once ? !hasBegun_ : !order_.isOf(gPOHistory.PONumber.str());
+    }
+
+    OrderStart start_;
+    bool hasBegun_ = false;
     exporting::PurchaseOrderPost order_;
     std::int32_t lastNumber_ = 0;
 };
@@ -99,6 +113,7 @@ void storeMarks(std::int32_t lastNumber) {
         core::storeMark(
             "Last Purchase Order UID", util::textOf(static_cast<std::int64_t>(gnLastPOUID))
         );
+        exporting::ordersRecord().end(exporting::receiptKey(gnLastPOUID));
     }
 }
 
@@ -116,13 +131,10 @@ exporting::WalkEnd walkReceipts(
         // The order shows itself when it begins; Stop gets in at each receipt.
         [] { platform::desktop().pendingEvents(); },
         kCancelled,
+        {},
+        [&] { receipts.finish(); },
     };
-    const exporting::WalkEnd end = exporting::walkRecords(walk);
-    exporting::guardRecord(name, [&] { receipts.finish(); });
-    if (end == exporting::WalkEnd::stopped) {
-        exporting::showStatus(kCancelled);
-    }
-    return end;
+    return exporting::walkRecords(walk);
 }
 
 std::string manualStatement(const std::string& number, const std::string& date) {
@@ -144,8 +156,16 @@ void gpPurchaseOrders_export() {
     if (!exporting::ensureSession() || !openTables()) {
         return;
     }
+    const exporting::ExportLock lock;
+    if (!lock.isHeld()) {
+        return;
+    }
+    exporting::guardRecord("gpPurchaseOrders_export", [] {
+        const double mark = util::val(core::storedMark("Last Purchase Order UID"));
+        exporting::ordersRecord().begin(exporting::receiptKey(util::toLong(mark)));
+    });
     exporting::normaliseDateField("txtToDate");
-    ReceiptWalk receipts;
+    ReceiptWalk receipts(OrderStart::eachNumber);
     const exporting::WalkEnd end = walkReceipts(
         "gpPurchaseOrders_export",
         gnLastPOUID > 0 ? findAfterMark : findFromDate,
@@ -170,9 +190,13 @@ void gpPurchaseOrdersManual_export() {
     if (!exporting::ensureSession() || !openTables()) {
         return;
     }
+    const exporting::ExportLock lock;
+    if (!lock.isHeld()) {
+        return;
+    }
     const std::string number = util::trim(ui::formText(kSetup, "txtPOHisPONum"));
     const std::string date = util::trim(ui::formText(kSetup, "txtPOHisDate"));
-    ReceiptWalk receipts;
+    ReceiptWalk receipts(OrderStart::once);
     const exporting::WalkEnd end = walkReceipts(
         "gpPurchaseOrdersManual_export",
         exporting::firstOfStatement(db::tablePOHistory, manualStatement(number, date)),

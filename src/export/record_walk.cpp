@@ -6,6 +6,7 @@
 #include "core/run_log.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "export/export_run.h"
+#include "ui/status.h"
 #include "util/conversions.h"
 
 #include <limits>
@@ -25,12 +26,24 @@ Move move(const RecordWalk& walk, const std::function<bool()>& step) {
     return found ? Move::found : Move::none;
 }
 
-WalkEnd endStopped(const RecordWalk& walk) {
-    showStatus(walk.cancelled);
-    return WalkEnd::stopped;
+WalkEnd endCancelled(const RecordWalk& walk, WalkEnd end) {
+    ui::showStatus(walk.window, walk.cancelled);
+    return end;
+}
+
+bool isAtNewRow(const RecordWalk& walk, VisitedKeys& visited) {
+    return !walk.position || visited.add(walk.name, walk.position());
 }
 
 }  // namespace
+
+bool VisitedKeys::add(const char* walk, const std::string& key) {
+    const bool isNew = keys_.insert(key).second;
+    if (!isNew) {
+        gpQBLink_Log_writing(std::string(walk) + " stands on " + key + " once more");
+    }
+    return isNew;
+}
 
 WalkEnd walkRecords(const RecordWalk& walk) {
     Move moved = move(walk, walk.first);
@@ -38,18 +51,23 @@ WalkEnd walkRecords(const RecordWalk& walk) {
         return WalkEnd::empty;
     }
     if (moved == Move::failed) {
-        showStatus(walk.cancelled);
-        return WalkEnd::failed;
+        return endCancelled(walk, WalkEnd::failed);
     }
-    while (moved == Move::found) {
+    VisitedKeys visited;
+    bool isStopped = false;
+    while (!isStopped && moved == Move::found && isAtNewRow(walk, visited)) {
         guardRecord(walk.name, walk.send);
         walk.progress();
-        if (gbStopRequested != kNo) {
-            return endStopped(walk);
+        isStopped = gbStopRequested != kNo;
+        if (!isStopped) {
+            moved = move(walk, walk.next);
         }
-        moved = move(walk, walk.next);
     }
-    return moved == Move::failed ? endStopped(walk) : WalkEnd::done;
+    if (walk.finish) {
+        guardRecord(walk.name, walk.finish);
+    }
+    return isStopped || moved == Move::failed ? endCancelled(walk, WalkEnd::stopped)
+                                              : WalkEnd::done;
 }
 
 std::function<bool()> firstByKey(std::int16_t table, std::int16_t key) {

@@ -4,6 +4,7 @@
 #include "core/link_setup.h"
 #include "core/run_log.h"
 #include "db/nuvDBSM_SalesHead.h"
+#include "export/run_record.h"
 #include "export/sale_conversion.h"
 #include "export/sale_state.h"
 #include "platform/ports/platform.h"
@@ -16,6 +17,17 @@ constexpr util::Money kZero;
 constexpr std::int32_t kRefundOnAccount = 2;
 
 enum class SaleRequest { none, salesReceipt, invoice, creditMemo };
+
+struct RequestRow {
+    SaleRequest request;
+    const char* kind;
+    void (clsQBSales::*send)();
+};
+constexpr RequestRow kRequests[] = {
+    {SaleRequest::salesReceipt, "SalesReceipt", &clsQBSales::SalesReceiptAddRq},
+    {SaleRequest::invoice, "Invoice", &clsQBSales::InvoiceAddRq},
+    {SaleRequest::creditMemo, "CreditMemo", &clsQBSales::CreditMemoAddRq},
+};
 
 /// True when the company file holds the sale already. Kept: the first tender alone decides which
 /// kind of transaction is looked for.
@@ -32,6 +44,13 @@ bool alreadyPosted() {
         return false;
     }
     return gSale.SalesReceiptSearchRq() != kNo;
+}
+
+/// A document of a sale that an earlier run may have sent is looked for before it goes out again:
+/// the search above does not see journals, nor kinds that the first tender hides.
+bool isSentBefore(const std::string& kind) {
+    return exporting::salesRecord().mayBePosted(gSalesHead.Invoice.str()) &&
+           exporting::isPostedAlready(kind, gSalesHead.Invoice.trimmed());
 }
 
 void addCostLine(const std::string& account, util::Money signedAmount) {
@@ -55,7 +74,7 @@ void addCostJournal() {
 }
 
 void postJournal() {
-    if (gaJournalLines.size() <= 1) {
+    if (gaJournalLines.size() <= 1 || isSentBefore("JournalEntry")) {
         return;
     }
     gpJournalEntry_add(
@@ -103,18 +122,10 @@ SaleRequest chooseRequest() {
 }
 
 void sendRequest(SaleRequest request) {
-    switch (request) {
-    case SaleRequest::salesReceipt:
-        gSale.SalesReceiptAddRq();
-        break;
-    case SaleRequest::invoice:
-        gSale.InvoiceAddRq();
-        break;
-    case SaleRequest::creditMemo:
-        gSale.CreditMemoAddRq();
-        break;
-    case SaleRequest::none:
-        break;
+    for (const RequestRow& row : kRequests) {
+        if (row.request == request && !isSentBefore(row.kind)) {
+            (gSale.*row.send)();
+        }
     }
 }
 

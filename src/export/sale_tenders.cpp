@@ -3,9 +3,11 @@
 #include "db/NuvDBSM_TenderTypes.h"
 #include "db/nuvDBSM_Common.h"
 #include "db/nuvDBSM_SalesHead.h"
+#include "export/run_record.h"
 #include "export/sale_columns.h"
 #include "export/sale_conversion.h"
 #include "export/sale_state.h"
+#include "qb/posted_transactions.h"
 #include "qb/smQB_Utilities.h"
 #include "util/conversions.h"
 #include "util/sm_date_time.h"
@@ -25,9 +27,24 @@ struct TenderStep {
     util::Money amount;
 };
 
-/// A search tells whether the payment of this sale is in the company file already; it is made once,
-/// before the first payment of the sale.
-enum class PaymentSearch { notMade, found, notFound };
+/// What the company file holds of the sale's payments; the search is made once, before the first
+/// one.
+struct PaymentSearch {
+    bool made = false;
+    /// Payments that stay back: all of them when any was found; but of a sale whose run was cut off
+    /// only as many as were found.
+    std::size_t posted = 0;
+};
+
+std::size_t postedPayments() {
+    if (gfbReceivePayment_search() == kNo) {
+        return 0;
+    }
+    if (!exporting::salesRecord().mayBePosted(gSalesHead.Invoice.str())) {
+        return exporting::kTenderColumns.size();
+    }
+    return qb::postedTransactions("ReceivePayment", gSalesHead.Invoice.trimmed()).size();
+}
 
 void addPaidOutLine(util::Money amount) {
     QBSaleLine& line = exporting::addSaleLine();
@@ -46,10 +63,12 @@ void payOnAccount(const TenderStep& tender, PaymentSearch& search) {
     payment.PaymentMethod = exporting::paymentMethodName();
     payment.DepositToAccount = util::trim(gfsTenderAccount_get(tender.type));
     payment.Memo = payment.PaymentMethod;
-    if (search == PaymentSearch::notMade) {
-        search = gfbReceivePayment_search() != kNo ? PaymentSearch::found : PaymentSearch::notFound;
+    if (!search.made) {
+        search = {true, postedPayments()};
     }
-    if (search == PaymentSearch::notFound) {
+    if (search.posted > 0) {
+        --search.posted;
+    } else {
         gpReceivePayment_add(payment);
     }
 }
@@ -114,7 +133,7 @@ void mpSaleTenders_convert() {
     if (gbLayawayComplete != kNo) {
         return;
     }
-    PaymentSearch search = PaymentSearch::notMade;
+    PaymentSearch search;
     for (int slot = exporting::slotCount(gSalesHead.Tenders) - 1; slot >= 0; --slot) {
         const exporting::TenderColumns& columns =
             exporting::kTenderColumns.at(static_cast<std::size_t>(slot));

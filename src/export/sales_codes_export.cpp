@@ -48,12 +48,17 @@ void showSalesCode() {
     );
 }
 
+std::string keyOfRecord() {
+    return util::rtrim(gSalesCode.SalesCode.str()) + " " +
+           util::textOf(static_cast<std::int64_t>(gSalesCode.StoreNumber));
+}
+
 /// @return the walk's end; a walk that was not stopped has shown its closing text.
 exporting::WalkEnd exportSalesCodes(
     const char* name, const std::function<bool()>& first, const std::function<bool()>& next
 ) {
     const exporting::RecordWalk walk = {
-        name, first, next, sendSalesCode, showSalesCode, kCancelled};
+        name, first, next, sendSalesCode, showSalesCode, kCancelled, keyOfRecord};
     const exporting::WalkEnd end = exporting::walkRecords(walk);
     if (end == exporting::WalkEnd::done) {
         exporting::showStatus(kDone);

@@ -2,10 +2,11 @@
 
 #include "core/brv_op.h"
 #include "core/link_setup.h"
-#include "core/run_log.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_SalesHead.h"
 #include "export/export_run.h"
+#include "export/record_walk.h"
+#include "export/run_record.h"
 #include "export/sale_header.h"
 #include "export/sale_post.h"
 #include "export/sale_state.h"
@@ -25,6 +26,7 @@ void storePosition() {
     if (core::openLinkSetup()) {
         core::storeMark("Last Invoices Posted", gSalesHead.Invoice.str());
         core::storeMark("Last Invoices Posted on", gSalesHead.SaleDate.str());
+        exporting::salesRecord().end(gSalesHead.Invoice.str());
     }
 }
 
@@ -42,6 +44,7 @@ void showProgress() {
 }
 
 void exportSale() {
+    exporting::salesRecord().reach(gSalesHead.Invoice.str());
     gpSaleAccumulators_reset();
     constexpr exporting::HeaderRules kRules;
     std::string customer;
@@ -69,9 +72,12 @@ Step visitRow() {
     return Step::next;
 }
 
-Walk nextRow() {
+bool isNewRow(exporting::VisitedKeys& visited) {
+    return visited.add("gpSales_export", "invoice " + gSalesHead.Invoice.str());
+}
+
+Walk nextRow(exporting::VisitedKeys& visited) {
     platform::desktop().pendingEvents();
-    const std::string position = gSalesHead.Invoice.str();
     bool found = false;
     const bool walked = exporting::guardRecord("gpSales_export Get Next", [&] {
         found = gfiDB_Operation(db::tableSalesHead, db::opGetNext, db::keySalesHeadInvoice) != kNo;
@@ -79,12 +85,7 @@ Walk nextRow() {
     if (!walked) {
         return Walk::broken;
     }
-    if (found && gSalesHead.Invoice.view() == position) {
-        // A key with two quotes side by side finds its own row again: going on would never end.
-        gpQBLink_Log_writing("gpSales_export stands on invoice " + position + " once more");
-        return Walk::endOfTable;
-    }
-    return found ? Walk::moved : Walk::endOfTable;
+    return found && isNewRow(visited) ? Walk::moved : Walk::endOfTable;
 }
 
 void endAtDate() {
@@ -108,6 +109,8 @@ void endOfTable() {
 
 void walkSales() {
     gpSaleAccumulators_reset();
+    exporting::VisitedKeys visited;
+    isNewRow(visited);
     Walk walk = Walk::moved;
     while (walk == Walk::moved) {
         const Step step = visitRow();
@@ -119,7 +122,7 @@ void walkSales() {
             endStopped();
             return;
         }
-        walk = nextRow();
+        walk = nextRow(visited);
     }
     if (walk == Walk::broken) {
         endStopped();
@@ -144,6 +147,10 @@ void gpSales_export() {
     if (!exporting::ensureSession() || !openTables()) {
         return;
     }
+    const exporting::ExportLock lock;
+    if (!lock.isHeld()) {
+        return;
+    }
     exporting::showStatus("Importing Sales Files...");
     if (gbSalesExportArmed == kNo) {
         core::showMessage("You Already run once, Please exit the program if you want to run again");
@@ -161,5 +168,6 @@ void gpSales_export() {
         gbSalesExportArmed = kNo;
         return;
     }
+    exporting::beginSalesRecord();
     walkSales();
 }

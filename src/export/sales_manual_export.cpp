@@ -3,6 +3,7 @@
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_SalesHead.h"
 #include "export/export_run.h"
+#include "export/run_record.h"
 #include "export/sale_header.h"
 #include "export/sale_post.h"
 #include "export/sale_state.h"
@@ -52,6 +53,10 @@ void gpSalesManual_export() {
         gfbDB_OpenTable(db::tableSalesHead) == kNo) {
         return;
     }
+    const exporting::ExportLock lock;
+    if (!lock.isHeld()) {
+        return;
+    }
     exporting::showStatus("Importing Sales Files...");
     gsLastInvoiceDate = exporting::storedDate(gsLastInvoiceDate);
     const std::string invoice = ui::formText(kSetup, "txtInvoiceManual");
@@ -63,6 +68,7 @@ void gpSalesManual_export() {
         reportNoSale(invoice);
         return;
     }
+    exporting::beginSalesRecord();
     if (gSalesHead.Description.trimmed() != "Cash Drop") {
         exporting::guardRecord("gpSalesManual_export " + gSalesHead.Invoice.str(), exportSale);
     }

@@ -197,6 +197,10 @@ LegacyBool gfbSummaryFile_post() {
     if (!exporting::ensureSession()) {
         return kNo;
     }
+    const exporting::ExportLock lock;
+    if (!lock.isHeld()) {
+        return kNo;
+    }
     exporting::showSummaryStatus("Reading Import File...");
     gsSaleTaxItem.clear();
     exporting::SummaryDay day;

@@ -3,6 +3,7 @@
 #include "db/nuvDBSM_Vendors.h"
 #include "export/export_run.h"
 #include "export/record_exports.h"
+#include "export/record_walk.h"
 #include "platform/ports/platform.h"
 #include "qb/clsQBVendor.h"
 #include "qb/smQB_Utilities.h"
@@ -70,15 +71,14 @@ bool companyFileHas(const std::string& name) {
     return found;
 }
 
-/// Reads the vendor's row; one that the table lacks becomes the vendor "Default".
-std::string readVendorRow(const std::string& code) {
+/// Reads the vendor's row. @return false when the table has none.
+bool readVendorRow(const std::string& code) {
     gVendors.VENDCODE = code;
-    if (gfiDB_Operation(db::tableVendors, db::opEqual, db::keyVendorsVendCode) != kNo) {
-        return code;
-    }
-    gVendors = db::clearedVendors();
-    gVendors.VENDCODE = kDefaultVendor;
-    return kDefaultVendor;
+    return readEqual(db::tableVendors, db::keyVendorsVendCode);
+}
+
+bool isDefaultVendor(const std::string& name) {
+    return util::upper(name) == util::upper(kDefaultVendor);
 }
 
 }  // namespace
@@ -88,10 +88,17 @@ std::string ensureVendor(const std::string& code) {
     if (companyFileHas(name)) {
         return name;
     }
-    name = readVendorRow(name);
-    if (!companyFileHas(name)) {
-        gpVendor_export();
+    if (!readVendorRow(name)) {
+        if (!isDefaultVendor(name) && companyFileHas(kDefaultVendor)) {
+            return kDefaultVendor;
+        }
+        name = kDefaultVendor;
+        if (!readVendorRow(name)) {
+            gVendors = db::clearedVendors();
+            gVendors.VENDCODE = name;
+        }
     }
+    gpVendor_export();
     return name;
 }
 

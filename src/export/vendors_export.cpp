@@ -31,6 +31,9 @@ void gpVendors_export(std::string_view window) {
         gpVendor_export,
         [&] { showVendor(window); },
         kCancelled,
+        [] { return util::rtrim(gVendors.VENDCODE.str()); },
+        {},
+        window,
     };
     const exporting::WalkEnd end = exporting::walkRecords(walk);
     if (end == exporting::WalkEnd::empty || end == exporting::WalkEnd::done) {

@@ -19,6 +19,7 @@ enum class Kind : std::uint8_t {
     frame,
     menuItem,
     datePicker,
+    fileDialog,  ///< never seen; caption: title of the dialog, text: the file chosen last
 };
 
 /// What happened to a control or a form.

@@ -14,6 +14,17 @@ std::vector<Form*>& loadedForms() {
     return forms;
 }
 
+/// Overwrites a text from a place on, its spare room included.
+void overwrite(std::string& text, std::size_t from) {
+    const std::size_t size = text.size();
+    text.resize(text.capacity());
+    volatile char* const characters = text.data();
+    for (std::size_t at = from; at < text.size(); ++at) {
+        characters[at] = '\0';
+    }
+    text.resize(size);
+}
+
 ControlState startState(const Control& control) {
     ControlState state;
     state.kind = control.kind;
@@ -69,7 +80,7 @@ bool Form::isOn(std::string_view name, int index) {
 
 void Form::setText(std::string_view name, std::string_view text, int index) {
     ControlState& state = control(name, index);
-    state.text = std::string(text);
+    replaceText(state.text, text);
     if (state.kind == Kind::label || state.kind == Kind::button) {
         state.caption = state.text;
     }
@@ -146,6 +157,17 @@ void Form::close() {
     if (observer_ != nullptr) {
         observer_->formClosed(*this);
     }
+}
+
+void replaceText(std::string& held, std::string_view text) {
+    if (text.size() > held.capacity()) {
+        std::string grown(text);  // beside the old one, of which `text` may be a part
+        overwrite(held, 0);
+        held.swap(grown);
+        return;
+    }
+    held.assign(text);
+    overwrite(held, held.size());
 }
 
 Form* findForm(std::string_view name) {

@@ -23,6 +23,13 @@ public:
     virtual void formClosed(Form& form) = 0;
 };
 
+/// A control by its name; an empty name stands for none.
+struct Focus {
+    std::string name;
+    int index = kNoIndex;
+    [[nodiscard]] bool operator==(const Focus& other) const = default;
+};
+
 /// A row of a form's handler table: `member` runs when `signal` reaches the control `name`; the
 /// name of the form itself stands for load, activate and unload. Members of a control array share a
 /// row.
@@ -56,7 +63,8 @@ public:
     [[nodiscard]] ControlState* findControl(std::string_view name, int index = kNoIndex);
     [[nodiscard]] const std::string& text(std::string_view name, int index = kNoIndex);
     [[nodiscard]] bool isOn(std::string_view name, int index = kNoIndex);
-    /// Changes that code makes raise no handler; the observer is told.
+    /// Changes that code makes raise no handler; the observer is told. The text that stood there
+    /// before is overwritten.
     void setText(std::string_view name, std::string_view text, int index = kNoIndex);
     void setCaption(std::string_view name, std::string_view caption, int index = kNoIndex);
     void setOn(std::string_view name, bool on, int index = kNoIndex);
@@ -80,9 +88,11 @@ public:
     void reopen() { closed_ = false; }
 
     void setObserver(FormObserver* observer) { observer_ = observer; }
-    /// Name of the control that has the focus; kept by the adapter, may be set by code.
-    [[nodiscard]] const std::string& focus() const { return focus_; }
-    void setFocus(std::string_view name) { focus_ = std::string(name); }
+    /// The control that has the focus; kept by the adapter, may be set by code.
+    [[nodiscard]] const Focus& focus() const { return focus_; }
+    void setFocus(std::string_view name, int index = kNoIndex) {
+        focus_ = Focus{std::string(name), index};
+    }
 
 protected:
     /// Finds the handler in the class's table and runs it.
@@ -97,7 +107,7 @@ private:
     std::string title_;
     std::vector<ControlState> states_;
     FormObserver* observer_ = nullptr;
-    std::string focus_;
+    Focus focus_;
     bool closed_ = false;
     int raisedIndex_ = kNoIndex;
     int raisedRow_ = 0;
@@ -122,6 +132,10 @@ bool runHandler(
     (form.*handler->member)();
     return true;
 }
+
+/// Puts `text` into `held`. What `held` was before is overwritten, so that no copy of a typed
+/// password stays behind in memory that is given back.
+void replaceText(std::string& held, std::string_view text);
 
 /// The form of that name that exists now, or nothing.
 Form* findForm(std::string_view name);

@@ -22,6 +22,8 @@ using ui::kNoIndex;
 
 constexpr char kGrid[] = "fgrdList";
 constexpr char kList[] = "cboAcct";
+constexpr char kFileDialog[] = "CommonDialog1";
+constexpr char kCompanyFiles[] = "QB Files (*.qbw)|*.qbw|All Files (*.*)|*.*";
 constexpr int kAccountColumn = 1;
 
 constexpr ui::Control kControls[] = {
@@ -39,6 +41,7 @@ constexpr ui::Control kControls[] = {
     {Kind::button, "CmdViewLog", kNoIndex, "View Log", ui::kDisabled},
     {Kind::button, "cmdDeleteLog", kNoIndex, "Delete Log", ui::kDisabled},
     {Kind::label, "LblStatus", kNoIndex, "Status"},
+    {Kind::fileDialog, kFileDialog, kNoIndex, "Open", ui::kHidden},
 };
 
 constexpr ui::Key kKeys[] = {
@@ -154,12 +157,12 @@ void FrmQuickSetUP::onPath() {
 }
 
 void FrmQuickSetUP::choosePath() {
-    const std::string file = platform::desktop().chooseFile(
-        "Open", gsQBFilePath, "QB Files (*.qbw)|*.qbw|All Files (*.*)|*.*"
-    );
+    const std::string file =
+        platform::desktop().chooseFile(control(kFileDialog).caption, gsQBFilePath, kCompanyFiles);
     if (file.empty()) {
         return;
     }
+    setText(kFileDialog, file);
     gsQBFilePath = file;
     setText("TxtPath", file);
     core::openSummarySettings();

@@ -45,12 +45,13 @@ constexpr ui::Key kKeys[] = {
 struct BlamedField {
     const char* fieldKey;
     const char* control;
+    int index;
 };
 
 constexpr BlamedField kBlamedFields[] = {
-    {"STATION", "cboEdit"},
-    {"STATIONPATH", "txtEdit"},
-    {"DATAPATH", "txtEdit"},
+    {"STATION", "cboEdit", kNoIndex},
+    {"STATIONPATH", "txtEdit", kStationPath},
+    {"DATAPATH", "txtEdit", kDataPath},
 };
 
 /// The folder that the operator chose, which need not be there yet; of a file, the folder around.
@@ -153,7 +154,7 @@ void frmSM_DATAPATH2::accept() {
     setText("cboEdit", gDataPath.Station);
     for (const BlamedField& field : kBlamedFields) {
         if (gDataPath.FieldKey() == field.fieldKey) {
-            setFocus(field.control);
+            setFocus(field.control, field.index);
         }
     }
 }

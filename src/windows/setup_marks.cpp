@@ -31,35 +31,36 @@ std::optional<std::string> dateDigits(const std::string& given) {
     return stored == text ? std::nullopt : std::optional(std::move(stored));
 }
 
-/// Writes values one after the other; after a failure the rest is tried all the same.
-class SetupWriter {
-public:
-    void write(const std::string& section, const std::string& key, const std::string& value) {
-        if (gLinkIni.WriteData(section, key, value) == kNo) {
-            complete_ = false;
-        }
-    }
-    [[nodiscard]] bool complete() const { return complete_; }
+constexpr int kPathAccess = 75;
 
-private:
-    bool complete_ = true;
-};
+[[noreturn]] void failUnusable() {
+    throw platform::PlatformError(
+        kPathAccess, core::linkSetupFile() + " cannot be read or written"
+    );
+}
+
+/// Writes one value. @throws PlatformError when it cannot be written.
+void write(const std::string& section, const std::string& key, const std::string& value) {
+    if (gLinkIni.WriteData(section, key, value) == kNo) {
+        failUnusable();
+    }
+}
 
 std::string linkMark() {
     return std::string("QB SDK ") + core::kMajorVersion + core::kMinorVersion;
 }
 
 /// The accounts as the grid shows them: its texts are the keys.
-void writeGrid(SetupWriter& out, ui::Form& form) {
+void writeGrid(ui::Form& form) {
     const auto& rows = form.control("fgrdList").rows;
     for (std::size_t row = 1; row <= goNuvAcct.size(); ++row) {
-        out.write("SALES ACCOUNT", util::trim(rows.at(row).at(0)), util::trim(rows.at(row).at(1)));
+        write("SALES ACCOUNT", util::trim(rows.at(row).at(0)), util::trim(rows.at(row).at(1)));
     }
 }
 
-void writeTaxRows(SetupWriter& out, ui::Form& form) {
+void writeTaxRows(ui::Form& form) {
     for (int row = 0; form.findControl("txtAR_Sales_TaxID", row) != nullptr; ++row) {
-        out.write(
+        write(
             "TAX",
             "Tax Rate " + util::trim(form.text("txtAR_Sales_TaxID", row)),
             util::trim(form.text("txtAR_SalesAccount", row))
@@ -67,47 +68,58 @@ void writeTaxRows(SetupWriter& out, ui::Form& form) {
     }
 }
 
-void writeMarks(SetupWriter& out, ui::Form& form) {
+void writeMarks(ui::Form& form) {
     constexpr char kSection[] = "IMPORT HIST";
-    out.write(
+    write(
         kSection,
         "Last Invoices Posted",
         util::format(util::trim(form.text("txtLastPostedInvoice")), "0000000")
     );
-    out.write(
+    write(
         kSection, "Last Invoices Posted on", exporting::storedDate(form.text("txtLastPostedDate"))
     );
     if (const auto date = dateDigits(form.text("txtLastPostedPO"))) {
-        out.write(kSection, "Last Purchase Order Posted", *date);
+        write(kSection, "Last Purchase Order Posted", *date);
     }
     if (gnLastPOUID != 0) {
-        out.write(kSection, "Last Purchase Order UID", util::textOf(std::int64_t{gnLastPOUID}));
+        write(kSection, "Last Purchase Order UID", util::textOf(std::int64_t{gnLastPOUID}));
     }
 }
 
-bool writeSetup(ui::Form& form) {
+/// Takes the old file away. It is kept beside until the new one is whole.
+void beginAnew() {
+    core::putBackLinkSetup();
     gLinkIni.File(core::linkSetupFile());
-    if (platform::files().fileExists(core::linkSetupFile())) {
-        // Kept: a save starts from nothing, and the record marks of the list exports go with it.
-        platform::files().remove(core::linkSetupFile());
+    if (!platform::files().fileExists(core::linkSetupFile())) {
+        return;
     }
+    if (gLinkIni.FileOpen() == kNo) {
+        failUnusable();
+    }
+    core::keepLinkSetup();
+    // Kept: a save starts from nothing, and the record marks of the list exports go with it.
+    platform::files().remove(core::linkSetupFile());
+}
+
+bool writeSetup(ui::Form& form) {
+    beginAnew();
     if (gLinkIni.FileOpen() == kNo) {
         return false;
     }
     platform::desktop().pendingEvents();
-    SetupWriter out;
     const auto box = [&](const char* name) { return form.isOn(name) ? "1" : "0"; };
-    out.write("BRV ID", "NUV-QuickBook Link ID", linkMark());
-    writeGrid(out, form);
-    out.write("PATH", "Company QuickBook File", gsQBFilePath);
-    out.write("MISC", "Net", form.text("txtNet"));
-    out.write("MISC", "Use Accounts Receivable", box("chkUseAR"));
-    out.write("MISC", "Use Accounts Payable", box("CkUseAP"));
-    writeTaxRows(out, form);
-    out.write("SALES ACCOUNT", "Tax Payee", form.text("txtAccount", 2));
-    out.write("SALES ACCOUNT", "Vendors Account Payable", form.text("txtAccount", 1));
-    writeMarks(out, form);
-    return out.complete();
+    write("BRV ID", "NUV-QuickBook Link ID", linkMark());
+    writeGrid(form);
+    write("PATH", "Company QuickBook File", gsQBFilePath);
+    write("MISC", "Net", form.text("txtNet"));
+    write("MISC", "Use Accounts Receivable", box("chkUseAR"));
+    write("MISC", "Use Accounts Payable", box("CkUseAP"));
+    writeTaxRows(form);
+    write("SALES ACCOUNT", "Tax Payee", form.text("txtAccount", 2));
+    write("SALES ACCOUNT", "Vendors Account Payable", form.text("txtAccount", 1));
+    writeMarks(form);
+    core::dropKeptLinkSetup();
+    return true;
 }
 
 }  // namespace
@@ -120,6 +132,9 @@ LegacyBool frmSetup::mfbAccounts_Setup_writing() {
             core::showMessage("Unable To Save Setup " + description);
         }
     );
+    if (!written) {
+        platform::ignoringErrors(core::putBackLinkSetup);  // the next start tries it again
+    }
     return legacyBool(written);
 }
 

@@ -156,8 +156,10 @@ TEST_F(Configuration, namesAServerThatDoesNotAnswer) {
     typeInto("txtCatalog", "NUVDATA1");
     person.press("cmdTest").then([this] { return !said.empty(); }).key(Qt::Key_Escape);
     EXPECT_FALSE(show());
-    EXPECT_TRUE(said.front().starts_with("The server 127.0.0.1\\TILL cannot be reached.\n\n"))
-        << said.front();
+    EXPECT_TRUE(said.front().starts_with(
+        "The server 127.0.0.1\\TILL cannot be reached. Nobody answers there: check host, port and "
+        "firewall.\n\n"
+    )) << said.front();
 }
 
 TEST_F(Configuration, triesAStoreOnAServerStepByStep) {
@@ -239,8 +241,25 @@ TEST_F(Configuration, isOperatedByTheKeyboard) {
     EXPECT_FALSE(show());
 }
 
+TEST_F(Configuration, makesNoSampleStoreAmongOtherFiles) {
+    // Given the data folder of a store whose tables are on a server
+    home.write("data/QBLINK.NUV", "the accounts");
+    const auto folder = home.path() / "data";
+    std::filesystem::permissions(folder, std::filesystem::perms(0750));
+    start.sampleFolder = folder.string();
+    // When the tool is told to make a sample store in it
+    person.await("frmDataConfiguration").press("cmdOkCancel(0)");
+    person.then([this] { return !said.empty(); }).key(Qt::Key_Escape);
+    // Then it refuses, and nothing is changed
+    EXPECT_FALSE(show());
+    EXPECT_NE(said.front().find("holds something already"), std::string::npos) << said.front();
+    EXPECT_EQ(home.read("data/QBLINK.NUV"), "the accounts");
+    EXPECT_FALSE(home.has("data/config"));
+    EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms(0750));
+}
+
 TEST_F(Configuration, leavesTheFolderToAProgramThatHasOpenedIt) {
-    home.write("data/keep", "");
+    std::filesystem::create_directory(home.path() / "data");
     platform::settings().save(
         db::kSettingsApplication, db::kSettingsSection, "DATAPATH", home.str() + "/data"
     );

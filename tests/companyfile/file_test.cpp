@@ -112,6 +112,12 @@ TEST_F(File, isRefusedWithAPlainReasonWhenItCannotBeUsed) {
              std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
          },
          hresult::kNotUsable},
+        {"one that lacks its last bytes",
+         [](const std::string& path) {
+             CompanyFile::create(path);
+             std::filesystem::resize_file(path, std::filesystem::file_size(path) - 300);
+         },
+         hresult::kNotUsable},
         {"with an entry that is its own parent",
          copyWith("UPDATE entry SET parent = id WHERE name = 'Cash'"),
          hresult::kNotUsable},

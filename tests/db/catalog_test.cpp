@@ -37,7 +37,14 @@ protected:
     void SetUp() override {
         platform::current().processes = &processes;
         setSetting("DBName", "");
-        DBServerSession = platform::current().makeManagement();
+        DBServerSession = session();
+    }
+    /// A management session of the store.
+    [[nodiscard]] static std::unique_ptr<platform::ManagementSession> session() {
+        auto made = platform::current().makeManagement();
+        const platform::ConnectionSettings login = GetParam().settings("");
+        made->connect(login.dataSource, login.userId, login.password, false);
+        return made;
     }
     /// Makes the catalog; true when that ended the program.
     static bool createEndsProgram() {
@@ -57,17 +64,29 @@ protected:
     RecordedProcesses processes;
 };
 
-INSTANTIATE_TEST_SUITE_P(Store, Catalog, ::testing::ValuesIn(embeddedStore()), adapterName);
+INSTANTIATE_TEST_SUITE_P(Store, Catalog, ::testing::ValuesIn(storeAdapters()), adapterName);
+
+/// A catalog whose files lie in the data folder.
+using CatalogFile = Catalog;
+
+INSTANTIATE_TEST_SUITE_P(Store, CatalogFile, ::testing::ValuesIn(embeddedStore()), adapterName);
 
 TEST_P(Catalog, takesTheNumberBehindTheHighestAndKeepsItsName) {
+    if (GetParam().at && GetParam().at->isSqlServer()) {
+        GTEST_SKIP() << "a server that others use may have a catalog of that name";
+    }
+    GetParam().dropCatalog("NUVDATA12");  // of a run that was cut short
     watch.moreCatalogs = {
         {"NUVDATA7", false}, {"nuvdata12", false}, {"NUVDATAX", false}, {"NUVDATA99", true}};
     DBAllowCreate = kYes;
     std::string message;
     EXPECT_NE(gfbDB_Connect(message), kNo);
     EXPECT_EQ(DBName, "NUVDATA12");
-    EXPECT_TRUE(folder.has("NUVDATA12.mdf"));
+    EXPECT_EQ(folder.has("NUVDATA12.mdf"), GetParam().isEmbedded());
     EXPECT_EQ(storedName(), "NUVDATA12");
+    watch.moreCatalogs.clear();
+    EXPECT_NE(gfbDB_DatabaseExists(), kNo);
+    GetParam().dropCatalog("NUVDATA12");
     const std::string trace = fileText("program/52.txt");
     const std::string file = folder.file("NUVDATA12");
     EXPECT_EQ(
@@ -79,7 +98,7 @@ TEST_P(Catalog, takesTheNumberBehindTheHighestAndKeepsItsName) {
     );
 }
 
-TEST_P(Catalog, ofTheTrainingModeIsItsOwnAndNotKept) {
+TEST_P(CatalogFile, ofTheTrainingModeIsItsOwnAndNotKept) {
     DBTrainingMode = kYes;
     DBAllowCreate = kYes;
     DBName = "NUVDATA1";
@@ -129,8 +148,7 @@ TEST_P(Catalog, isAttachedWhenItsFileIsThere) {
         {"the remote copy", DBRemoteMode, "NUVRemote", "NUVRemote"},
     };
     platform::CatalogFiles files;
-    DBServerSession =
-        std::make_unique<NotedManagement>(platform::current().makeManagement(), files);
+    DBServerSession = std::make_unique<NotedManagement>(session(), files);
     DBAllowCreate = kYes;
     for (const auto& [given, mode, name, stored] : cases) {
         SCOPED_TRACE(given);
@@ -151,9 +169,9 @@ TEST_P(Catalog, isAttachedWhenItsFileIsThere) {
 
 TEST_P(Catalog, hasTablesOfTheServerThatAreNoStores) {
     platform::CatalogFiles files;
-    auto session = std::make_unique<NotedManagement>(platform::current().makeManagement(), files);
-    session->found = {{"Names", true}, {"VENDOR", false}};
-    DBServerSession = std::move(session);
+    auto noted = std::make_unique<NotedManagement>(session(), files);
+    noted->found = {{"Names", true}, {"VENDOR", false}};
+    DBServerSession = std::move(noted);
     TableDescriptor descriptor;
     descriptor.TableName = "Names";
     EXPECT_EQ(gfbDB_TableExists(descriptor), kNo);
@@ -169,7 +187,7 @@ struct ConversionCase {
     bool ends;
 };
 
-TEST_P(Catalog, ofOlderFilesIsMadeByTheConversion) {
+TEST_P(CatalogFile, ofOlderFilesIsMadeByTheConversion) {
     constexpr ConversionCase kCases[] = {
         {"a version that goes on", "Pro 10", kNo, true, false},
         {"a version that wants a new start", "Pro 9", kNo, true, true},
@@ -199,7 +217,7 @@ TEST_P(Catalog, ofOlderFilesIsMadeByTheConversion) {
     }
 }
 
-TEST_P(Catalog, thatCannotBeMadeIsToldAndEndsTheProgram) {
+TEST_P(CatalogFile, thatCannotBeMadeIsToldAndEndsTheProgram) {
     std::filesystem::create_directory(folder.path() / "NUVDATA0.mdf");
     DBAllowCreate = kYes;
     std::string message;
@@ -210,6 +228,22 @@ TEST_P(Catalog, thatCannotBeMadeIsToldAndEndsTheProgram) {
     EXPECT_EQ(desktop.boxes[0].icon, platform::BoxIcon::error);
     EXPECT_EQ(desktop.boxes[1].text, "DataBase Create failed call Support");
     EXPECT_EQ(storedName(), "");
+}
+
+using CatalogOnServer = Catalog;
+
+INSTANTIATE_TEST_SUITE_P(
+    Store, CatalogOnServer, ::testing::ValuesIn(testing_support::serverStores()), adapterName
+);
+
+TEST_P(CatalogOnServer, ofANameThatIsTakenIsToldAndNotMade) {
+    GetParam().makeCatalog(folder.str(), catalogName());
+    DBAllowCreate = kYes;
+    DBName = catalogName();
+    EXPECT_EQ(gfbDB_CreateDatabase(), kNo);
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_TRUE(desktop.boxes[0].text.starts_with("Error creating database 1801"))
+        << desktop.boxes[0].text;
 }
 
 }  // namespace

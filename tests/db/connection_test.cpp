@@ -6,18 +6,19 @@
 #include "db/recorded_processes.h"
 #include "db/store_fixture.h"
 #include "platform/ports/platform.h"
-#include "support/counting_connection.h"
 #include "util/conversions.h"
 
 namespace {
 
 /// A connection that notes what it was to be opened with, and stays closed.
-class NotedConnection : public testing_support::CountingConnection {
+class NotedConnection : public testing_support::WatchedConnection {
 public:
     NotedConnection(
-        std::unique_ptr<platform::DataConnection> inner, platform::ConnectionSettings& noted
+        std::unique_ptr<platform::DataConnection> inner,
+        testing_support::StoreWatch& watch,
+        platform::ConnectionSettings& noted
     )
-        : CountingConnection(std::move(inner)),
+        : WatchedConnection(std::move(inner), watch),
           noted_(noted) {}
 
     void open(const platform::ConnectionSettings& settings) override {
@@ -142,7 +143,7 @@ TEST_P(Connection, isOpenedByLoginOrByTheSystemsOwn) {
     platform::ConnectionSettings noted;
     const auto make = platform::current().makeConnection;
     platform::current().makeConnection = [&] {
-        return std::make_unique<NotedConnection>(make(), noted);
+        return std::make_unique<NotedConnection>(make(), watch, noted);
     };
     DBName = "NUVDATA7";
     DBServerName = "SHOP\\NUV";

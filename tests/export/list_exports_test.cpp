@@ -1,58 +1,14 @@
-#include "core/brv_op.h"
 #include "core/link_setup.h"
-#include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_Names.h"
+#include "db/nuvDBSM_SalesItem.h"
 #include "export/list_exports.h"
-#include "export/purchase_orders_export.h"
-#include "export/sales_export.h"
-#include "support/link_fixture.h"
-#include "util/text_codec.h"
-
-#include <algorithm>
+#include "export/list_fixture.h"
+#include "windows/FrmQuickSetUP.h"
 
 namespace {
 
-using testing_support::LinkFixture;
-
-constexpr int kInventory = 0;
-constexpr int kNames = 1;
-constexpr int kVendors = 2;
-constexpr int kPurchases = 4;
-constexpr int kSalesCodes = 5;
-constexpr int kTenders = 6;
-
-class ListExports : public LinkFixture {
-protected:
-    void SetUp() override {
-        makeStore(0, 3);
-        openSetup();
-        click("CmdInitialized");
-    }
-    [[nodiscard]] std::string mark(const char* key) { return setupValue("IMPORT HIST", key); }
-    [[nodiscard]] std::string books() const {
-        return companyfile::CompanyFile::open(companyFile()).dump();
-    }
-    [[nodiscard]] bool booksName(const std::string& name) const {
-        return books().find("\"Name\": \"" + name + "\"") != std::string::npos;
-    }
-    /// Presses Stop as soon as the label has shown `count` more texts that hold `part`.
-    void stopAfter(const std::string& part) {
-        const auto press = [this, part] {
-            if (status().find(part) != std::string::npos) {
-                click("cmdStop");
-            }
-        };
-        for (int yield = 1; yield < 2000; ++yield) {
-            desktop.onYield[desktop.yields + yield] = press;
-        }
-    }
-    void typeManual(const char* box, const char* field, const char* text) {
-        setup->setOn(box, true);
-        setup->raise(box, ui::Signal::click);
-        setup->setText(field, text);
-    }
-};
+using ListExports = ListFixture;
 
 TEST_F(ListExports, namesWithABalanceGoAndTheMarkMovesToTheLastRow) {
     exportChecked(kNames);
@@ -102,16 +58,14 @@ TEST_F(ListExports, allItemsGoInTheirKindsAndAgainTheNextTime) {
 }
 
 TEST_F(ListExports, vendorsTendersAndSalesCodesGoOnce) {
-    exportChecked(kVendors);
+    exportOnly(kVendors);
     EXPECT_EQ(status(), "Done Vendor List export");
     EXPECT_TRUE(booksName("FORGE"));
-    setup->setOn("chkExport", false, kVendors);
 
-    exportChecked(kTenders);
+    exportOnly(kTenders);
     EXPECT_EQ(status(), "Done Tender Types Export");
     EXPECT_TRUE(booksName("On Account"));
     EXPECT_TRUE(booksName("Master Card Credit Card"));
-    setup->setOn("chkExport", false, kTenders);
 
     exportChecked(kSalesCodes);
     EXPECT_EQ(status(), "Done Employee/SalesCode Export");
@@ -127,7 +81,7 @@ TEST_F(ListExports, vendorsTendersAndSalesCodesGoOnce) {
 
 TEST_F(ListExports, stopLeavesAfterTheRecordAtHandWithItsOwnText) {
     struct Stop {
-        int index;
+        Export list;
         const char* part;  ///< of the progress text at which Stop is pressed
         const char* text;
         const char* mark;  ///< key and value that the stopped run leaves
@@ -145,8 +99,7 @@ TEST_F(ListExports, stopLeavesAfterTheRecordAtHandWithItsOwnText) {
         SCOPED_TRACE(row.text);
         desktop.onYield.clear();
         stopAfter(row.part);
-        exportChecked(row.index);
-        setup->setOn("chkExport", false, row.index);
+        exportOnly(row.list);
         EXPECT_EQ(status(), row.text);
         if (*row.mark != '\0') {
             EXPECT_EQ(mark(row.mark), row.value);
@@ -156,7 +109,7 @@ TEST_F(ListExports, stopLeavesAfterTheRecordAtHandWithItsOwnText) {
 
 TEST_F(ListExports, aMarkMovesOnlyToARowThatWasWalked) {
     struct Failure {
-        int index;
+        Export list;
         const char* statement;
         const char* text;
         const char* log;   ///< data folder's file that tells the error
@@ -193,9 +146,8 @@ TEST_F(ListExports, aMarkMovesOnlyToARowThatWasWalked) {
         SCOPED_TRACE(row.text);
         const std::size_t told = fileText(row.log).size();
         store.failures = {{row.statement, broken}};
-        exportChecked(row.index);
+        exportOnly(row.list);
         store.failures.clear();
-        setup->setOn("chkExport", false, row.index);
         EXPECT_EQ(status(), row.text);
         const std::string news = fileText(row.log).substr(told);
         EXPECT_NE(news.find("Disk error"), std::string::npos) << news;
@@ -203,41 +155,91 @@ TEST_F(ListExports, aMarkMovesOnlyToARowThatWasWalked) {
     }
 }
 
-TEST_F(ListExports, receiptsBecomeOneOrderForEachNumberAndTheRunIsNotRepeated) {
-    // When
-    exportChecked(kPurchases);
-
-    // Then
-    const auto orders = transactions("PurchaseOrder");
-    ASSERT_EQ(orders.size(), 3U);
-    EXPECT_EQ(orders[0].refNumber, "PO100");
-    EXPECT_EQ(orders[0].name, "ACME");
-    EXPECT_EQ(orders[0].lines.size(), 3U);
-    EXPECT_EQ(status(), "Done PO export");
-    EXPECT_EQ(mark("Last Purchase Order UID"), "9");
-    EXPECT_EQ(mark("Last Purchase Order Posted"), "00000000");
-
-    exportChecked(kPurchases);
-    EXPECT_EQ(
-        desktop.boxes.back().text,
-        "You Already run once, Please exit the program if you want to run again"
-    );
-    restart();
-    exportChecked(kPurchases);
-    EXPECT_EQ(desktop.boxes.back().text, "no PO's found to export");
-    EXPECT_EQ(transactions("PurchaseOrder").size(), 3U);
+TEST_F(ListExports, aWalkThatComesToARowOnceMoreEndsThere) {
+    struct Circle {
+        const char* given;
+        Export list;
+        std::vector<std::string> rows;
+        const char* log;
+        const char* text;
+        const char* visited;  ///< part of the label's text, for the row that closes the circle
+    };
+    const std::string vendor =
+        "INSERT INTO Vendor (VendorID, VENDCODE, BUSINESS, LASTNAME) VALUES ";
+    const std::string code = "INSERT INTO SalesCode (UserID, SalesCode, StoreNumber, ShortCut, "
+                             "FullName, ResetQ1, ResetQ2, ResetQ3) VALUES ";
+    const Circle kCircles[] = {
+        {"a vendor whose code ends in two quotes",
+         kVendors,
+         {vendor + "(91, 'X''''', 'one', 'one')"},
+         "gpVendors_export stands on X'' ",
+         "Done Vendor List export",
+         " X'' "},
+        {"two vendors that lead to each other",
+         kVendors,
+         {"DELETE FROM Vendor WHERE VendorID = 91",
+          vendor + "(92, 'B''''', 'two', 'two')",
+          vendor + "(93, 'B'' A', 'three', 'three')"},
+         "gpVendors_export stands on B' A ",
+         "Done Vendor List export",
+         " B' A "},
+        {"a sales code of two quotes",
+         kSalesCodes,
+         {code + "(94, '''''', 1, 'Q', 'Quin Quote', 0, 0, 0)"},
+         "gpSalesCodes_export stands on '' ",
+         "Done Employee/SalesCode Export",
+         "Importing Quin Quote ''"},
+    };
+    for (const Circle& row : kCircles) {
+        SCOPED_TRACE(row.given);
+        for (const std::string& statement : row.rows) {
+            execute(statement);
+        }
+        desktop.onYield.clear();
+        int visits = 0;
+        for (int yield = 1; yield < 500; ++yield) {
+            desktop.onYield[desktop.yields + yield] = [&] {
+                visits += status().starts_with(row.visited) ? 1 : 0;
+            };
+        }
+        desktop.onYield[desktop.yields + 500] = [this] { click("cmdStop"); };
+        exportOnly(row.list);
+        EXPECT_EQ(status(), row.text);
+        EXPECT_EQ(logged(row.log), 1U) << fileText("QBLINK.LOG");
+        EXPECT_EQ(visits, 1);
+    }
 }
 
-TEST_F(ListExports, oddReceiptsTravelAsFarAsTheyCan) {
-    execute("UPDATE POHistory SET InvUID = 999 WHERE UniqueID = 2");
-    execute("UPDATE POHistory SET VendorCode = ' ' WHERE PONumber = 'PO101'");
-    execute("UPDATE POHistory SET Status = 'P' WHERE PONumber = 'PO102'");
-    exportChecked(kPurchases);
-    const auto orders = transactions("PurchaseOrder");
-    ASSERT_EQ(orders.size(), 2U);
-    EXPECT_EQ(orders[0].lines[1].item, "~NONSTK");
-    EXPECT_EQ(orders[1].name, "Default");
-    EXPECT_EQ(mark("Last Purchase Order UID"), "6");
+TEST_F(ListExports, aCancelledWalkSaysSoInTheWindowThatRunsIt) {
+    FrmQuickSetUP window;
+    setup->setText("LblStatus", "");
+    store.failures = {{"SELECT  TOP 1", platform::PlatformError(-2147467259, "Disk error")}};
+    gpVendors_export(window.name());
+    EXPECT_EQ(window.control("LblStatus").caption, "Exporting Vendor Cancelled");
+    EXPECT_EQ(status(), "");
+}
+
+TEST_F(ListExports, theVendorOfAnItemIsAskedForOnceBeforeItsExport) {
+    struct VendorCase {
+        const char* vendor;
+        std::ptrdiff_t searches;
+        const char* entry;  ///< that the item refers to
+    };
+    // The export of a vendor searches it as well.
+    constexpr VendorCase kCases[] = {
+        {"FORGE", 2, "FORGE"}, {"GHOST", 1, "Default"},  // without a row
+    };
+    for (const VendorCase& row : kCases) {
+        SCOPED_TRACE(row.vendor);
+        execute(
+            "UPDATE Inventory SET VendorCode = '" + std::string(row.vendor) +
+            "' WHERE SL = '1000018A'"
+        );
+        typeManual("chkInvtManual", "txtInventoryManual", "1000018A");
+        click("CmdManual");
+        EXPECT_EQ(sent({"<VendorQueryRq", "<Name>" + std::string(row.vendor) + "<"}), row.searches);
+        EXPECT_TRUE(booksName(row.entry));
+    }
 }
 
 struct ManualCase {

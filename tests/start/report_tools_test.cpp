@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace {
@@ -42,6 +43,16 @@ protected:
         return names;
     }
 };
+
+TEST_F(ReportTools, writeForNobodyElse) {
+    const mode_t before = umask(0);
+    EXPECT_EQ(run("reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2015|TODATE=1/5/2015'"), 0);
+    umask(before);
+    for (const char* name : {"/export", "/export/Summary20150105.txt"}) {
+        const auto rights = fs::status(folder() + name).permissions();
+        EXPECT_EQ(rights & fs::perms::others_all, fs::perms::none) << name;
+    }
+}
 
 struct LineCase {
     const char* given;

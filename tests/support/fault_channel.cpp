@@ -15,6 +15,17 @@ void FaultPlan::answerAt(int n, std::string answer, std::string containing) {
     faults_.push_back({n, FaultPoint::answer, none, std::move(answer), std::move(containing)});
 }
 
+void FaultPlan::endProgramAt(int n, FaultPoint point, std::string containing) {
+    faults_.push_back({n, point, std::nullopt, {}, std::move(containing)});
+}
+
+void FaultPlan::Fault::raise() const {
+    if (error) {
+        throw platform::PlatformError(*error);
+    }
+    throw platform::ProgramEnd();
+}
+
 void FaultPlan::refuseBegin(platform::PlatformError error, int times) {
     refusals_.insert(refusals_.end(), static_cast<std::size_t>(times), error);
 }
@@ -49,12 +60,12 @@ std::string FaultChannel::exchange(const std::string& document) {
     ++plan_->exchanges;
     const auto fault = plan_->due(document);
     if (fault && fault->point == FaultPoint::before) {
-        throw fault->error;
+        fault->raise();
     }
     std::string answer = channel_->exchange(document);
     plan_->documents.push_back(document);
     if (fault && fault->point == FaultPoint::after) {
-        throw fault->error;
+        fault->raise();
     }
     return fault ? fault->answer : answer;
 }

@@ -26,6 +26,9 @@ public:
     failAt(int n, FaultPoint point, platform::PlatformError error, std::string containing = {});
     /// Lets the `n`-th exchange from now bring back `answer` instead of what was answered.
     void answerAt(int n, std::string answer, std::string containing = {});
+    /// Lets the program be gone at the `n`-th exchange from now: ProgramEnd unwinds, no handler
+    /// runs.
+    void endProgramAt(int n, FaultPoint point, std::string containing);
     /// Lets the next `times` beginnings of a session fail with `error`.
     void refuseBegin(platform::PlatformError error, int times = 1);
 
@@ -37,9 +40,10 @@ private:
     struct Fault {
         int left;
         FaultPoint point;
-        platform::PlatformError error;
+        std::optional<platform::PlatformError> error;  ///< unset: the program ends
         std::string answer;
         std::string containing;
+        void raise() const;
     };
     std::optional<Fault> due(const std::string& document);
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 8;
 constexpr char kBatch = 0x01;
-constexpr char kLogin = 0x10;
+constexpr char kLoginRequest = 0x10;
 constexpr char kPrelogin = 0x12;
 constexpr char kAnswer = 0x04;
 /// Latin1 general, letter case ignored: code page 1252.
@@ -265,8 +265,9 @@ void TdsServer::talk(int client) {
     while (const auto request = receiveRequest(client)) {
         if (request->type == kPrelogin) {
             sendAnswer(client, preloginAnswer());
-        } else if (request->type == kLogin) {
-            sendAnswer(client, loginAnswer());
+        } else if (request->type == kLoginRequest) {
+            const TdsAnswer answer = answer_(kLogin);
+            sendAnswer(client, answer.error == 0 ? loginAnswer() : answerBytes(answer));
         } else if (request->type == kBatch) {
             const std::string statement = statementOf(*request);
             {

@@ -49,6 +49,9 @@ struct TdsAnswer {
 /// statements: notes the statements as they arrive and answers as the test says.
 class TdsServer {
 public:
+    /// What the answer is asked for when somebody logs in; only its error counts.
+    static constexpr char kLogin[] = "(login)";
+
     /// @param answer  gives the answer to a statement.
     explicit TdsServer(std::function<TdsAnswer(const std::string& statement)> answer);
     ~TdsServer();

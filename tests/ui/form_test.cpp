@@ -76,3 +76,25 @@ TEST(Form, isFoundByNameWhileItExists) {
     EXPECT_EQ(ui::findForm("frmSmall"), nullptr);
     EXPECT_EQ(ui::formText("frmSmall", "LblStatus"), "");
 }
+
+TEST(Form, textsReplaceEachOtherWhereTheyStand) {
+    std::string held = "a password that is long";
+    const char* const place = held.data();
+    ui::replaceText(held, "short");
+    EXPECT_EQ(held, "short");
+    EXPECT_EQ(std::string_view(place, 23), std::string("short") + std::string(18, '\0'));
+    ui::replaceText(held, std::string_view(held).substr(2));  // a part of itself
+    EXPECT_EQ(held, "ort");
+    held.assign(held.capacity(), 'x');
+    const std::string longer = held + "y";
+    ui::replaceText(held, longer);
+    EXPECT_EQ(held, longer);
+}
+
+TEST(Form, knowsWhichOfAnArrayHasTheFocus) {
+    SmallForm form;
+    form.setFocus("chkExport", 3);
+    EXPECT_EQ(form.focus(), (ui::Focus{"chkExport", 3}));
+    form.setFocus("cmdStop");
+    EXPECT_EQ(form.focus(), (ui::Focus{"cmdStop", ui::kNoIndex}));
+}

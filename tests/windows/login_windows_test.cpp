@@ -71,10 +71,10 @@ TEST_F(LoginWindows, theFieldInErrorGetsTheCursor) {
     desktop.onForm["frmSM_USER_LOGIN"] = [](ui::Form& form) {
         form.setText("txtUserID", "ANNA");
         form.raise("cmdOkCancel", ui::Signal::click, 0);
-        EXPECT_EQ(form.focus(), "txtPassword");
+        EXPECT_EQ(form.focus().name, "txtPassword");
         form.setText("txtUserID", "NOBODY");
         form.raise("cmdOkCancel", ui::Signal::click, 0);
-        EXPECT_EQ(form.focus(), "txtUserID");
+        EXPECT_EQ(form.focus().name, "txtUserID");
     };
     desktop.showModal(window);
 }

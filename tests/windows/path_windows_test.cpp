@@ -195,24 +195,24 @@ TEST_F(PathWindows, theDataPathIsStoredWhenItIsValid) {
         const char* checkFile;
         bool create;
         const char* box;
-        const char* focus;  ///< empty: stored and closed
+        ui::Focus focus;  ///< none: stored and closed
     };
     const OkCase kCases[] = {
-        {"a folder", shop(), "2", "", false, "", ""},
+        {"a folder", shop(), "2", "", false, "", {}},
         {"a folder that is not there",
          folder() + "/none",
          "2",
          "",
          false,
          "Data Path Not Found.\r\n\r\nUse the Browse method to find a valid path.",
-         "txtEdit"},
+         {"txtEdit", 1}},
         {"a folder that may be made",
          folder() + "/made",
          "2",
          "",
          true,
          "Data Path Does Not Exist\r\n\r\nDo you want to create it?",
-         ""},
+         {}},
         {"a folder without the store's file",
          shop(),
          "2",
@@ -220,14 +220,14 @@ TEST_F(PathWindows, theDataPathIsStoredWhenItIsValid) {
          false,
          "Primary Data File Not Found.\r\n\r\nThere is no 'main.dat' file in the specified data "
          "path.",
-         "txtEdit"},
+         {"txtEdit", 1}},
         {"a station that there is not",
          shop(),
          "77",
          "",
          false,
          "Station 77 Not Valid.\r\n\r\nSelect a Station from 1 to 50.",
-         "cboEdit"},
+         {"cboEdit"}},
     };
     for (const OkCase& row : kCases) {
         SCOPED_TRACE(row.given);
@@ -244,10 +244,10 @@ TEST_F(PathWindows, theDataPathIsStoredWhenItIsValid) {
             window.setOn("chkNetwork", true);
             press(window, "cmdOkCancel", 0);
             EXPECT_EQ(box(), row.box);
-            EXPECT_EQ(window.isClosed(), *row.focus == '\0');
-            EXPECT_EQ(window.focus(), row.focus);
+            EXPECT_EQ(window.isClosed(), row.focus.name.empty());
+            EXPECT_EQ(window.focus(), row.focus) << window.focus().index;
         });
-        const bool isStored = *row.focus == '\0';
+        const bool isStored = row.focus.name.empty();
         EXPECT_EQ(gDataPath.Cancelled, legacyBool(!isStored));
         const auto stored = [](const char* key) {
             return platform::settings().get(config::kAppLabel, "DATABASE", key, "");

@@ -79,7 +79,7 @@ TEST_F(SetupMapping, takesAPickWhereItWasBegun) {
         SCOPED_TRACE(row.what);
         click(row.control, row.index, row.row, 1);
         EXPECT_TRUE(visible("cboAcct"));
-        EXPECT_EQ(setup->focus(), "cboAcct");
+        EXPECT_EQ(setup->focus().name, "cboAcct");
         pick(" Petty Cash ");
         EXPECT_FALSE(visible("cboAcct"));
         if (row.row > 0) {
@@ -244,7 +244,7 @@ TEST_F(SetupMapping, validatesTheMarksWhileTheyAreUnlocked) {
         type(field, typed);
         EXPECT_EQ(setup->text(field), left);
         EXPECT_EQ(status(), told);
-        EXPECT_EQ(setup->focus(), told.empty() ? "" : field);
+        EXPECT_EQ(setup->focus().name, told.empty() ? "" : field);
         EXPECT_EQ(*kMarks.at(field), mark);
     }
 }

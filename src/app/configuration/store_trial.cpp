@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
 #include <utility>
 
 namespace app {
@@ -48,13 +47,25 @@ private:
     clsDataPath path_;
 };
 
-/// What the numbers of a server mean to the operator.
+/// What the numbers of a server or of its driver mean to the operator.
 struct Meaning {
     std::int32_t number;
-    const char* text;
+    const char* text;  ///< one that begins with a blank goes behind the step that failed
 };
 constexpr Meaning kMeanings[] = {
-    {18456, "The server refuses the login: check user and password."},
+    // of FreeTDS, for what happens on the way to a server
+    {20002, "The server does not take the login: check user, password and encryption."},
+    {20003, " It does not answer in time: check host, port and firewall."},
+    {20009, " Nobody answers there: check host, port and firewall."},
+    {20013, " There is no computer of that name."},
+    // of the other drivers and of the server
+    {platform::errorNoServer, " Nobody answers there: check host, port and firewall."},
+    {platform::errorLoginFailed, "The server refuses the login: check user and password."},
+    {18452, "The server takes logins of Windows only: SQL Server logins must be allowed there."},
+    {18470, "The login is disabled on the server."},
+    {18487, "The login's password has expired."},
+    {platform::errorNoPermission,
+     "This login may not read the catalog: it lacks the right SELECT."},
     {platform::errorNoCatalog, "There is no such catalog, or this login may not open it."},
     {911, "There is no such catalog on the server."},
     {platform::errorObjectInvalid, "The catalog holds no store: it has no table Common."},
@@ -69,7 +80,9 @@ Finding wrong(const std::string& step, std::int32_t number, const std::string& d
         std::find_if(std::begin(kMeanings), std::end(kMeanings), [&](const Meaning& row) {
             return row.number == number;
         });
-    const std::string plain = meaning == std::end(kMeanings) ? step : meaning->text;
+    const bool isKnown = meaning != std::end(kMeanings);
+    const std::string_view text = isKnown ? meaning->text : "";
+    const std::string plain = (isKnown && !text.starts_with(' ') ? "" : step) + std::string(text);
     return {
         false, plain + kLineBreak + kLineBreak + description + " (" + std::to_string(number) + ")"};
 }
@@ -222,7 +235,7 @@ Finding makeSample(const std::string& folder, const SampleSize& size) {
         return missing(unfit);
     }
     try {
-        std::filesystem::create_directories(folder);
+        samplestore::prepareFolder(folder);
         platform::IniSettingsStore settings(folder + "/config/brevane/settings.ini");
         const Instead making(settings, folder);
         samplestore::Options options;

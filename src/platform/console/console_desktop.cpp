@@ -55,6 +55,7 @@ ConsoleDesktop::ConsoleDesktop(std::istream& in, std::ostream& out) : script_(in
 void ConsoleDesktop::open(ui::Form& form) {
     form.reopen();
     form.setObserver(this);
+    const Restore<int> busy(depth_, depth_ + 1);
     form.raise(form.name(), ui::Signal::load);
     printer_.window(form);
     form.raise(form.name(), ui::Signal::activate);

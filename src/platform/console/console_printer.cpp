@@ -45,6 +45,7 @@ const char* kindWord(ui::Kind kind) {
         "frame",
         "menuItem",
         "datePicker",
+        "fileDialog",
     };
     return kWords[static_cast<std::size_t>(kind)];
 }

@@ -71,7 +71,12 @@ bool isCertain(const TableSchema& table) {
 }  // namespace
 
 OdbcRowSet::OdbcRowSet(const std::shared_ptr<OdbcStore>& store, StoreRows rows)
-    : ClientRowSet(std::move(rows.result.columns), std::move(rows.result.rows), 0, Numbers::exact),
+    : ClientRowSet(
+          std::make_shared<const std::vector<ColumnInfo>>(std::move(rows.result.columns)),
+          std::move(rows.result.rows),
+          0,
+          Numbers::exact
+      ),
       store_(store),
       table_(std::move(rows.table)) {}
 

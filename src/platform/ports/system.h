@@ -3,6 +3,7 @@
 #include "platform/ports/platform_error.h"
 #include "util/date_time.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +29,17 @@ public:
     remove(const std::string& application, const std::string& section, const std::string& key) = 0;
 };
 
+/// A file that is held for this program; it is given free when the object goes.
+class FileLock {
+public:
+    FileLock() = default;
+    virtual ~FileLock() = default;
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    FileLock(FileLock&&) = delete;
+    FileLock& operator=(FileLock&&) = delete;
+};
+
 /// Port: files and folders by the suite's names: backslashes, any letter case, a blank or a point
 /// at the end that does not count. All calls throw PlatformError (52 bad name, 53 not found, 61
 /// disk full, 70 permission denied, 75 path access error, 76 path not found) when they fail.
@@ -39,7 +51,7 @@ public:
     virtual void makeFolder(const std::string& name) = 0;
     virtual void remove(const std::string& name) = 0;
     virtual void copy(const std::string& from, const std::string& to) = 0;
-    /// The whole file as bytes.
+    /// The whole file as bytes. One above 64 MB cannot be read (75).
     [[nodiscard]] virtual std::string read(const std::string& name) const = 0;
     /// Replaces the file as a whole; an interrupted call leaves the old or the new file.
     virtual void write(const std::string& name, const std::string& bytes) = 0;
@@ -55,6 +67,9 @@ public:
     [[nodiscard]] virtual std::vector<std::string> folders(const std::string& folder) const = 0;
     /// True when the file can be written, or made in an existing folder. Changes nothing.
     [[nodiscard]] virtual bool isWritable(const std::string& name) const = 0;
+    /// Holds a file, which is made when it is missing; null while another holder has it. A program
+    /// that ends by force gives it free.
+    [[nodiscard]] virtual std::unique_ptr<FileLock> lock(const std::string& name) = 0;
     /// The folder of the program's own files, without a backslash at the end.
     [[nodiscard]] virtual std::string programFolder() const = 0;
     /// The folder for trace files: the program folder, or one of the user's own when that cannot be

@@ -43,8 +43,8 @@ BusyBar::BusyBar(QWidget* parent)
       numbers_(new QLabel(this)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(numbers_);
     row->addWidget(bar_);
+    row->addWidget(numbers_);
     bar_->setRange(0, 0);
     bar_->setTextVisible(false);
     bar_->setFixedWidth(fontMetrics().averageCharWidth() * 24);
@@ -58,6 +58,7 @@ BusyBar::BusyBar(QWidget* parent)
 }
 
 void BusyBar::start() {
+    before_ = numbers_->text();
     records_ = 0;
     running_ = true;
     since_.start();
@@ -79,8 +80,12 @@ void BusyBar::tick() {
     }
 }
 
+/// Work that was over at once leaves the numbers of the run before.
 void BusyBar::stop() {
     showNumbers();
+    if (records_ == 0 && shownSecond_ == 0) {
+        numbers_->setText(before_);
+    }
     running_ = false;
     bar_->hide();
 }

@@ -28,6 +28,7 @@ private:
 
     QProgressBar* bar_;
     QLabel* numbers_;
+    QString before_;
     QElapsedTimer since_;
     qint64 shownSecond_ = -1;
     int records_ = 0;

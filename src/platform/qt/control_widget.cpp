@@ -4,7 +4,10 @@
 #include "platform/qt/mnemonics.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/widgets.h"
+#include "ui/form.h"
 #include "util/conversions.h"
+
+#include <algorithm>
 
 #include <QAction>
 #include <QCheckBox>
@@ -14,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
@@ -116,22 +120,16 @@ private:
 
 class Field : public Single<QLineEdit> {
 public:
-    Field(bool isPassword, const ControlSinks& sinks, QWidget* parent)
-        : Single(new QLineEdit(parent)) {
+    Field(const ControlSinks& sinks, QWidget* parent) : Single(new QLineEdit(parent)) {
         constexpr int kLeastCharacters = 10;
         get()->setMinimumWidth(get()->fontMetrics().averageCharWidth() * kLeastCharacters);
-        get()->setEchoMode(isPassword ? QLineEdit::Password : QLineEdit::Normal);
-        QObject::connect(get(), &QLineEdit::textEdited, [sinks](const QString& text) {
-            sinks.holds(fromQt(text));
+        QObject::connect(get(), &QLineEdit::textEdited, [this, sinks](const QString& text) {
+            tell(text, sinks);
             sinks.raised(ui::Signal::change, 0, 0);
         });
     }
     void apply(const ui::ControlState& state) override {
-        const QString text = toQt(state.text);
-        if (get()->text() != text) {
-            get()->setText(text);
-            get()->setCursorPosition(0);
-        }
+        showText(state.text);
         if (get()->isReadOnly() != state.locked) {
             get()->setReadOnly(state.locked);
             showLocked(get(), state.locked);
@@ -139,6 +137,68 @@ public:
         get()->setAccessibleName(nameFor(state));
     }
     void alignRight() override { get()->setAlignment(Qt::AlignRight | Qt::AlignVCenter); }
+    void takePalette() override { showLocked(get(), get()->isReadOnly()); }
+
+protected:
+    /// Tells the form what was typed.
+    virtual void tell(const QString& text, const ControlSinks& sinks) { sinks.holds(fromQt(text)); }
+    virtual void showText(const std::string& held) {
+        const QString text = toQt(held);
+        if (get()->text() != text) {
+            get()->setText(text);
+            get()->setCursorPosition(0);
+        }
+    }
+};
+
+/// Leaves as few copies of what is typed behind as the toolkit lets it.
+class PasswordField : public Field {
+public:
+    PasswordField(const ControlSinks& sinks, QWidget* parent) : Field(sinks, parent) {
+        get()->setEchoMode(QLineEdit::Password);
+    }
+    ~PasswordField() override {
+        if (field_ != nullptr) {
+            overwriteShared(field_->text());
+        }
+    }
+    PasswordField(const PasswordField&) = delete;
+    PasswordField& operator=(const PasswordField&) = delete;
+    PasswordField(PasswordField&&) = delete;
+    PasswordField& operator=(PasswordField&&) = delete;
+
+protected:
+    void tell(const QString& text, const ControlSinks& sinks) override {
+        std::string typed = plainText(text);
+        sinks.holds(typed);
+        ui::replaceText(typed, "");
+    }
+    void showText(const std::string& held) override {
+        std::string shown = plainText(get()->text());
+        if (shown != held) {
+            overwriteShared(get()->text());
+            get()->setText(toQt(held));
+        }
+        ui::replaceText(shown, "");
+    }
+
+private:
+    /// Character by character into a text that does not grow.
+    static std::string plainText(const QString& text) {
+        std::string plain;
+        plain.reserve(static_cast<std::size_t>(text.size()));
+        for (const QChar character : text) {
+            plain += fromQt(QString(character));
+        }
+        return plain;
+    }
+    /// The field's own text, which the toolkit would give back as it stands.
+    static void overwriteShared(const QString& text) {
+        auto* const characters = const_cast<QChar*>(text.constData());
+        std::fill_n(characters, text.size(), QChar(u'*'));
+    }
+
+    QPointer<QLineEdit> field_ = get();
 };
 
 class List : public Single<PickList> {
@@ -201,9 +261,9 @@ public:
     explicit Frame(QWidget* parent) : Single(new QGroupBox(parent)) {}
     void apply(const ui::ControlState& state) override {
         if (!state.caption.empty()) {
-            get()->setTitle(toQt(state.caption));
+            get()->setTitle(withMnemonic(toQt(state.caption), 0));
         }
-        get()->setAccessibleName(get()->title());
+        get()->setAccessibleName(state.caption.empty() ? get()->title() : toQt(state.caption));
     }
 };
 
@@ -228,6 +288,15 @@ private:
     QAction* action_;
 };
 
+/// What the form opens itself when it needs it.
+class Unseen : public ControlWidget {
+public:
+    [[nodiscard]] QWidget* widget() const override { return nullptr; }
+    void apply(const ui::ControlState& /*state*/) override {}
+    void setUsable(bool /*usable*/) override {}
+    void setShown(bool /*shown*/) override {}
+};
+
 }  // namespace
 
 std::unique_ptr<ControlWidget> makeControlWidget(
@@ -247,8 +316,9 @@ std::unique_ptr<ControlWidget> makeControlWidget(
     case Kind::optionButton:
         return std::make_unique<Button<QRadioButton>>(sinks, parent);
     case Kind::textBox:
+        return std::make_unique<Field>(sinks, parent);
     case Kind::passwordBox:
-        return std::make_unique<Field>(state.kind == Kind::passwordBox, sinks, parent);
+        return std::make_unique<PasswordField>(sinks, parent);
     case Kind::dropDown:
         return std::make_unique<List>(sinks, parent);
     case Kind::datePicker:
@@ -259,6 +329,8 @@ std::unique_ptr<ControlWidget> makeControlWidget(
         return std::make_unique<Frame>(parent);
     case Kind::menuItem:
         return std::make_unique<MenuEntry>(sinks, parent);
+    case Kind::fileDialog:
+        return std::make_unique<Unseen>();
     }
     return nullptr;
 }

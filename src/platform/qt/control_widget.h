@@ -35,7 +35,7 @@ public:
     ControlWidget(ControlWidget&&) = delete;
     ControlWidget& operator=(ControlWidget&&) = delete;
 
-    /// The widget to place; a menu entry has none.
+    /// The widget to place; a menu entry and what is never seen have none.
     [[nodiscard]] virtual QWidget* widget() const = 0;
     /// The action of a menu entry.
     [[nodiscard]] virtual QAction* action() const { return nullptr; }
@@ -51,6 +51,8 @@ public:
     virtual void alignRight() {}
     /// Place of the part of the widget that a list is laid over, in the widget's coordinates.
     [[nodiscard]] virtual QRect partAt(int row, int column) const;
+    /// The palette of the program is another one now.
+    virtual void takePalette() {}
     /// Opens a list so that the operator can pick.
     virtual void openList() {}
 

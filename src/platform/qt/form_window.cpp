@@ -27,8 +27,6 @@ namespace platform {
 
 namespace {
 
-constexpr char kStatus[] = "LblStatus";
-
 QString objectNameOf(const ui::ControlState& state) {
     const QString name = toQt(state.name);
     return state.index == ui::kNoIndex ? name : name + QString("(%1)").arg(state.index);
@@ -91,7 +89,7 @@ void FormWindow::makeControls(const DayFirst& dayFirst) {
         sinks.holds = [this, slot](const std::string& text) {
             ui::ControlState& state = form_->controls()[slot];
             if (state.kind != ui::Kind::checkBox && state.kind != ui::Kind::optionButton) {
-                state.text = text;
+                ui::replaceText(state.text, text);
             }
         };
         sinks.raised = [this, slot](ui::Signal signal, int row, int column) {
@@ -198,16 +196,26 @@ void FormWindow::present() {
     quiet_ = false;
 }
 
+/// A field that only shows gets the focus when nothing else can have it.
 void FormWindow::focusFirst() {
+    QWidget* first = nullptr;
     for (QWidget* widget : tabOrderOf(*content_->layout())) {
-        if (widget->isEnabled() && widget->isVisible()) {
-            widget->setFocus(Qt::OtherFocusReason);
-            auto* field = qobject_cast<QLineEdit*>(widget);
-            if (field != nullptr && layout_ != nullptr && layout_->style == layout::Style::dialog) {
-                field->selectAll();
+        const auto* field = qobject_cast<QLineEdit*>(widget);
+        const bool onlyShows = field != nullptr && field->isReadOnly();
+        if (widget->isEnabled() && widget->isVisible() && (first == nullptr || !onlyShows)) {
+            first = widget;
+            if (!onlyShows) {
+                break;
             }
-            return;
         }
+    }
+    if (first == nullptr) {
+        return;
+    }
+    first->setFocus(Qt::OtherFocusReason);
+    auto* field = qobject_cast<QLineEdit*>(first);
+    if (field != nullptr && layout_ != nullptr && layout_->style == layout::Style::dialog) {
+        field->selectAll();
     }
 }
 

@@ -52,7 +52,7 @@ public:
     [[nodiscard]] bool isFrozen() const { return frozen_; }
     /// Puts the focus where the form's code wants it: when it differs from `before`, to that
     /// control. @return true when the focus was moved to a control that is no list.
-    bool followFocus(const std::string& before);
+    bool followFocus(const ui::Focus& before);
     /// Remembers the place that a list which comes up is laid over.
     void setAnchor(const Act& act);
     /// Opens the list that came up while a handler ran.
@@ -61,6 +61,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -79,7 +80,7 @@ private:
     [[nodiscard]] bool hasFormKey(const ui::ControlState& state) const;
     [[nodiscard]] std::size_t pageOf(std::size_t slot) const;
     void orderTabs();
-    bool takeKey(const QKeyEvent& event);
+    bool takeKey(const QWidget& focus, const QKeyEvent& event);
     void watchFocus(std::size_t slot, const QEvent& event);
     void showList(std::size_t slot);
     void hideList(std::size_t slot);

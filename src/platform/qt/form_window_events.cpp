@@ -25,6 +25,19 @@ bool movesByOperator(const QEvent& event) {
            reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
 }
 
+/// Is it the key that a row of the form names? The keys of the number pad are those of the main
+/// block, and the case of a letter does not matter.
+bool isPressed(const ui::Key& key, const QKeyEvent& event) {
+    Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    const bool isReturn = event.key() == Qt::Key_Return;
+    const int pressed = isReturn ? static_cast<int>(Qt::Key_Enter) : event.key();
+    const QKeySequence named = QKeySequence::fromString(key.key);
+    if (std::string_view(key.key).size() == 1) {
+        modifiers &= ~Qt::ShiftModifier;
+    }
+    return named == QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(pressed)));
+}
+
 }  // namespace
 
 void FormWindow::setAnchor(const Act& act) {
@@ -84,14 +97,15 @@ void FormWindow::openPendingList() {
     quiet_ = false;
 }
 
-bool FormWindow::followFocus(const std::string& before) {
+bool FormWindow::followFocus(const ui::Focus& before) {
     if (form_->focus() == before) {
         return false;
     }
     for (std::size_t slot = 0; slot < slots_.size(); ++slot) {
         const ui::ControlState& state = form_->controls()[slot];
         QWidget* widget = slots_[slot].control->widget();
-        if (util::sameName(state.name, form_->focus()) && widget != nullptr &&
+        if (state.index == form_->focus().index &&
+            util::sameName(state.name, form_->focus().name) && widget != nullptr &&
             widget->isVisible() && widget->isEnabled() && !floats(slot)) {
             quiet_ = true;
             widget->setFocus(Qt::OtherFocusReason);
@@ -124,16 +138,27 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     }
 }
 
+/// What has colours of its own takes them from the new palette.
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !slots_.empty()) {
+        for (const Slot& slot : slots_) {
+            slot.control->takePalette();
+        }
+        refreshPages();
+    }
+}
+
 /// Keys of the window act before the control under focus sees them; an open list or menu keeps its
-/// own.
-bool FormWindow::takeKey(const QKeyEvent& event) {
-    if (QApplication::activePopupWidget() != nullptr) {
+/// own, and a button that has the focus keeps Enter.
+bool FormWindow::takeKey(const QWidget& focus, const QKeyEvent& event) {
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (QApplication::activePopupWidget() != nullptr ||
+        (isEnter && qobject_cast<const QPushButton*>(&focus) != nullptr)) {
         return false;
     }
     for (const ui::Key& key : form_->keys()) {
-        const QKeySequence sequence = QKeySequence::fromString(key.key);
-        const bool isEnter = util::sameName(key.key, "Enter") && event.key() == Qt::Key_Return;
-        if (!isEnter && sequence != QKeySequence(event.keyCombination())) {
+        if (!isPressed(key, event)) {
             continue;
         }
         const ui::ControlState* state = form_->findControl(key.control, key.index);
@@ -152,7 +177,7 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (takeKey(key)) {
+        if (takeKey(*widget, key)) {
             return true;
         }
         auto* button = isShutOut(*widget, *event) ? nullptr : qobject_cast<QPushButton*>(watched);
@@ -178,7 +203,7 @@ void FormWindow::watchFocus(std::size_t slot, const QEvent& event) {
     switch (event.type()) {
     case QEvent::FocusIn:
         if (movesByOperator(event)) {
-            form_->setFocus(state.name);
+            form_->setFocus(state.name, state.index);
             const bool byPress = isTyped(state.kind) && reasonOf(event) == Qt::MouseFocusReason;
             enteredByMouse_ = byPress ? slot : kNoSlot;
             post_(Act{Act::What::signal, slot, ui::Signal::enter, 0, 0, byPress});

@@ -21,7 +21,8 @@ namespace {
 constexpr int kKeys = 9;
 
 bool takesFocus(ui::Kind kind) {
-    return kind != ui::Kind::label && kind != ui::Kind::frame && kind != ui::Kind::menuItem;
+    return kind != ui::Kind::label && kind != ui::Kind::frame && kind != ui::Kind::menuItem &&
+           kind != ui::Kind::fileDialog;
 }
 
 QString withoutColon(const std::string& caption) {

@@ -247,6 +247,7 @@ int LayoutBuilder::placeControl(Box& box, int row, int column, const Cell& cell,
 QLabel*
 LayoutBuilder::captionFor(Slot& slot, const ui::ControlState& state, QWidget* parent) const {
     slot.caption = new QLabel(toQt(captionOf(state)), parent);
+    slot.caption->setTextFormat(Qt::PlainText);
     slot.caption->setBuddy(slot.control->widget());
     return slot.caption;
 }
@@ -268,8 +269,10 @@ int LayoutBuilder::placeGap(Box& box, int row, int column, const Cell& cell) {
     (*slots_)[labelSlot].control->widget()->hide();
     field.placed = true;
     field.caption = new QLabel(toQt(before), box.widget);
+    field.caption->setTextFormat(Qt::PlainText);
     field.caption->setBuddy(field.control->widget());
     field.captionEnd = new QLabel(toQt(after), box.widget);
+    field.captionEnd->setTextFormat(Qt::PlainText);
     if (auto* edit = qobject_cast<QLineEdit*>(field.control->widget())) {
         constexpr int kCharacters = 6;
         edit->setFixedWidth(edit->fontMetrics().averageCharWidth() * kCharacters);
@@ -306,7 +309,8 @@ void LayoutBuilder::placeAlone(std::size_t slot) {
     Box& parent = box(inFrame ? state.parent : std::string());
     Cell cell;
     cell.span = captionOf(state).empty() ? 2 : 1;
-    cell.wide = state.kind != ui::Kind::label && cell.span == 1;
+    const bool isStatus = util::sameName(state.name, kStatus);
+    cell.wide = isStatus || (state.kind != ui::Kind::label && cell.span == 1);
     const int row = parent.rows++;
     parent.grid->setRowStretch(row, state.kind == ui::Kind::grid ? 1 : 0);
     placeControl(parent, row, 0, cell, slot);

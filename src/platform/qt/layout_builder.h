@@ -16,6 +16,8 @@ class QWidget;
 namespace platform {
 
 class ColumnHeading;
+/// The label in which a window tells how its work goes on.
+inline constexpr char kStatus[] = "LblStatus";
 inline constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
 
 /// A control of a window with the caption that stands beside it.

@@ -55,6 +55,25 @@ QString lines(const std::string& text) {
     return toQt(text).replace("\r\n", "\n").replace('\r', '\n');
 }
 
+/// The most that a box shows at once, so that its buttons stay on the screen.
+constexpr qsizetype kMostCharacters = 1000;
+constexpr qsizetype kMostLines = 24;
+
+/// The beginning of a text that is too long for a box; the text itself when it is not.
+QString beginningOf(const QString& text) {
+    const QString cut = text.section('\n', 0, kMostLines - 1).left(kMostCharacters);
+    return cut == text ? text : cut + "...";
+}
+
+void showText(QMessageBox& box, const std::string& text) {
+    const QString whole = lines(text);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(beginningOf(whole));
+    if (box.text() != whole) {
+        box.setDetailedText(whole);
+    }
+}
+
 /// The text without its numbers and what stands in quotes.
 std::string withoutNames(const std::string& text) {
     std::string shape;
@@ -116,8 +135,7 @@ MessageBoxes::Reply MessageBoxes::ask(
     QMessageBox box(place.parent);
     box.setObjectName("messageBox");
     box.setWindowTitle(toQt(title));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(lines(text));
+    showText(box, text);
     box.setIcon(kIcons[static_cast<std::size_t>(icon)]);
     box.setStandardButtons(row.buttons);
     box.setDefaultButton(row.usual);
@@ -155,7 +173,6 @@ void MessageBoxes::end(QWidget* parent) {
     column->addWidget(new QLabel(counted + " answered without being shown:", &dialog));
     auto* list = new QPlainTextEdit(listText(answered_), &dialog);
     list->setReadOnly(true);
-    list->setLineWrapMode(QPlainTextEdit::NoWrap);
     list->setAccessibleName("Messages");
     list->setMinimumSize(
         list->fontMetrics().averageCharWidth() * 80, list->fontMetrics().height() * 14

@@ -55,6 +55,10 @@ bool startsWork(ui::Form& form, const Act& act) {
     return act.signal == ui::Signal::click && isButton(form.controls()[act.slot].kind);
 }
 
+bool isPress(const Act& act) {
+    return act.what == Act::What::signal && (act.signal == ui::Signal::click || act.byPress);
+}
+
 /// The click that the key "Esc" stands for.
 bool isEscape(ui::Form& form, const Act& act) {
     if (act.what == Act::What::close) {
@@ -190,13 +194,15 @@ void QtDesktop::play(Shown& shown, const Act& act) {
         shown.window->refresh(form.controls()[act.slot]);
         return;
     }
-    const std::string focus = form.focus();
+    const ui::Focus focus = form.focus();
     if (startsWork(form, act)) {
         runWork(shown, [&] { playSignal(shown, act); });
         // What was clicked together with it is not meant for what the window shows now.
         std::erase_if(shown.acts, [&](const Act& later) {
             return startsWork(form, later) && !isEscape(form, later);
         });
+    } else if (isTyped(form.controls()[act.slot].kind)) {
+        playField(shown, act);
     } else {
         playSignal(shown, act);
     }
@@ -210,6 +216,25 @@ void QtDesktop::play(Shown& shown, const Act& act) {
     shown.window->openPendingList();
 }
 
+/// A field may open a company file, or bring up a dialog. What the operator did meanwhile does not
+/// count; what was done before it came to its turn does, but for a second press on the field.
+void QtDesktop::playField(Shown& shown, const Act& act) {
+    std::deque<Act> before;
+    before.swap(shown.acts);
+    runWork(shown, [&] { playSignal(shown, act); });
+    ui::Form& form = shown.window->form();
+    const bool leaves = !shown.acts.empty() && isEscape(form, shown.acts.front());
+    if (leaves) {
+        return;
+    }
+    if (isPress(act)) {
+        std::erase_if(before, [&](const Act& later) {
+            return isPress(later) && later.slot == act.slot;
+        });
+    }
+    shown.acts.insert(shown.acts.begin(), before.begin(), before.end());
+}
+
 bool QtDesktop::canPlay(ui::Form& form, const Act& act) {
     const ui::ControlState& state = form.controls()[act.slot];
     const bool needsControl = act.signal != ui::Signal::leave && act.signal != ui::Signal::change;
@@ -221,7 +246,7 @@ void QtDesktop::playSignal(Shown& shown, const Act& act) {
     const ui::ControlState& state = form.controls()[act.slot];
     shown.window->setAnchor(act);
     if (act.signal == ui::Signal::click) {
-        form.setFocus(state.name);
+        form.setFocus(state.name, state.index);
         toggle(form, act.slot);
     }
     const bool handled = form.raise(state.name, act.signal, state.index, act.row, act.column);

@@ -75,6 +75,7 @@ private:
     void dropDeadWindows();
     void wait(Shown& shown);
     void play(Shown& shown, const Act& act);
+    void playField(Shown& shown, const Act& act);
     static void playSignal(Shown& shown, const Act& act);
     void runWork(Shown& shown, const std::function<void()>& handler);
     void endWork(Shown& shown);

@@ -27,8 +27,9 @@ void ElidedLabel::paintEvent(QPaintEvent* event) {
     }
     const QString line = text().simplified();
     const QString shown = fontMetrics().elidedText(line, Qt::ElideRight, width());
-    if (const QString tip = shown == line ? QString() : line; tip != toolTip()) {
-        setToolTip(tip);
+    const QString tip = shown == line ? QString() : "<p>" + line.toHtmlEscaped() + "</p>";
+    if (tip != toolTip()) {
+        setToolTip(tip);  // as a paragraph a long text is broken into lines
     }
     QPainter painter(this);
     style()->drawItemText(

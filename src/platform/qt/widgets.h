@@ -31,7 +31,9 @@ private:
 /// next.
 class ColumnHeading : public QLabel {
 public:
-    ColumnHeading(const QString& text, QWidget* parent) : QLabel(text, parent) {}
+    ColumnHeading(const QString& text, QWidget* parent) : QLabel(text, parent) {
+        setTextFormat(Qt::PlainText);
+    }
     void add(QWidget* field);
     /// Moves the focus to the field below the present one; to the first one from elsewhere.
     void goToNext();

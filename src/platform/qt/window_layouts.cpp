@@ -212,10 +212,10 @@ constexpr Title kConfigurationTitles[] = {
 };
 
 constexpr Window kWindows[] = {
-    {"frmSetup", Style::main, 160, 48, kSetup, kSetupTitles, kSetupNames},
+    {"frmSetup", Style::main, 160, 55, kSetup, kSetupTitles, kSetupNames},
     {"frmBRVSplash", Style::splash, 0, 0, {}, {}},
     {"FrmLoading", Style::loading, 0, 0, kLoading, {}},
-    {"FrmQuickSetUP", Style::main, 96, 34, kQuickSetup, kQuickSetupTitles, kQuickSetupNames},
+    {"FrmQuickSetUP", Style::main, 96, 48, kQuickSetup, kQuickSetupTitles, kQuickSetupNames},
     {"FrmSummaryExport", Style::main, 90, 0, kSummaryExport, {}},
     {"FrmSelDate", Style::dialog, 0, 0, kSelDate, {}, kSelDateNames},
     {"frmSM_DATAPATH2", Style::dialog, 80, 0, kDataPath, kDataPathTitles, kDataPathNames},

@@ -14,9 +14,7 @@ PlatformError rowChangedError() {
         "read."};
 }
 
-ClientRowSet::ClientRowSet(
-    std::vector<ColumnInfo> columns, PackedRows rows, std::size_t leading, Numbers numbers
-)
+ClientRowSet::ClientRowSet(Columns columns, PackedRows rows, std::size_t leading, Numbers numbers)
     : columns_(std::move(columns)),
       rows_(std::move(rows)),
       leadingCount_(leading),
@@ -29,7 +27,7 @@ std::int32_t ClientRowSet::recordCount() const {
 }
 
 int ClientRowSet::fieldCount() const {
-    return static_cast<int>(columns_.size());
+    return static_cast<int>(columns_->size());
 }
 
 std::size_t ClientRowSet::column(int ordinal) const {
@@ -43,7 +41,7 @@ std::size_t ClientRowSet::column(int ordinal) const {
 }
 
 std::string ClientRowSet::fieldName(int ordinal) const {
-    return columns_[column(ordinal)].name;
+    return columns()[column(ordinal)].name;
 }
 
 void ClientRowSet::requireRow() const {
@@ -59,26 +57,27 @@ void ClientRowSet::requireRow() const {
 util::Value ClientRowSet::value(int ordinal) const {
     const std::size_t at = column(ordinal);
     requireRow();
-    return fromStored(columns_[at], edited_[at]);
+    return fromStored(columns()[at], edited(at));
 }
 
 void ClientRowSet::setValue(int ordinal, const util::Value& value) {
     const std::size_t at = column(ordinal);
     requireRow();
     const bool isExact = numbers_ == Numbers::exact;
-    edited_[at] = isExact ? toExact(columns_[at], value) : toStored(columns_[at], value);
+    Stored stored = isExact ? toExact(columns()[at], value) : toStored(columns()[at], value);
+    if (edited_.empty()) {
+        edited_ = kept_;
+    }
+    edited_[leadingCount_ + at] = std::move(stored);
 }
 
 void ClientRowSet::load() {
     isRemoved_ = false;
-    if (at_ >= rows_.size()) {
-        return;
+    edited_.clear();
+    if (at_ < rows_.size()) {
+        kept_.reserve(leadingCount_ + columns_->size());
+        rows_.read(at_, kept_);
     }
-    kept_ = rows_.row(at_);
-    const auto columnsStart = kept_.begin() + static_cast<std::ptrdiff_t>(leadingCount_);
-    leading_.assign(kept_.begin(), columnsStart);
-    kept_.erase(kept_.begin(), columnsStart);
-    edited_ = kept_;
 }
 
 void ClientRowSet::moveFirst() {
@@ -101,10 +100,10 @@ bool ClientRowSet::atEnd() const {
 std::vector<std::size_t> ClientRowSet::keyColumns(const TableSchema& table) const {
     const auto ordinalOf = [&](const std::string& name) {
         const auto found =
-            std::find_if(columns_.begin(), columns_.end(), [&](const ColumnInfo& column) {
+            std::find_if(columns_->begin(), columns_->end(), [&](const ColumnInfo& column) {
                 return sameSqlName(column.name, name);
             });
-        return static_cast<std::size_t>(found - columns_.begin());
+        return static_cast<std::size_t>(found - columns_->begin());
     };
     for (const auto& index : table.indexes) {
         std::vector<std::size_t> ordinals;
@@ -112,13 +111,13 @@ std::vector<std::size_t> ClientRowSet::keyColumns(const TableSchema& table) cons
             ordinals.push_back(ordinalOf(name));
         }
         const bool isWhole = std::all_of(ordinals.begin(), ordinals.end(), [&](std::size_t at) {
-            return at < columns_.size();
+            return at < columns_->size();
         });
         if (index.unique && isWhole) {
             return ordinals;
         }
     }
-    std::vector<std::size_t> all(columns_.size());
+    std::vector<std::size_t> all(columns_->size());
     std::iota(all.begin(), all.end(), std::size_t{0});
     return all;
 }
@@ -137,9 +136,9 @@ std::vector<std::size_t> ClientRowSet::checkedColumns(
 
 std::vector<std::size_t> ClientRowSet::changedColumns() const {
     std::vector<std::size_t> changed;
-    for (std::size_t at = 0; at < columns_.size(); ++at) {
-        const bool isSame = edited_[at] == kept_[at] || fromStored(columns_[at], edited_[at]) ==
-                                                            fromStored(columns_[at], kept_[at]);
+    for (std::size_t at = 0; !edited_.empty() && at < columns_->size(); ++at) {
+        const bool isSame = edited(at) == kept(at) || fromStored(columns()[at], edited(at)) ==
+                                                          fromStored(columns()[at], kept(at));
         if (!isSame) {
             changed.push_back(at);
         }
@@ -154,10 +153,9 @@ void ClientRowSet::update() {
         return;
     }
     sendUpdate(changed);
-    kept_ = edited_;
-    std::vector<Stored> row = leading_;
-    row.insert(row.end(), kept_.begin(), kept_.end());
-    rows_.replace(at_, row);
+    kept_ = std::move(edited_);
+    edited_.clear();
+    rows_.replace(at_, kept_);
 }
 
 void ClientRowSet::remove() {

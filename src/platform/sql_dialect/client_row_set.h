@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -35,22 +37,29 @@ public:
 protected:
     enum class Numbers : bool { nearest, exact };
 
+    using Columns = std::shared_ptr<const std::vector<ColumnInfo>>;
+
     /// An empty set without columns.
     ClientRowSet() = default;
+    /// @param columns  may be shared with other sets of the same statement.
     /// @param leading  values of each packed row in front of those of the columns.
-    ClientRowSet(
-        std::vector<ColumnInfo> columns, PackedRows rows, std::size_t leading, Numbers numbers
-    );
+    ClientRowSet(Columns columns, PackedRows rows, std::size_t leading, Numbers numbers);
 
     /// Writes the changed columns of the current row, under the check. @throws PlatformError.
     virtual void sendUpdate(const std::vector<std::size_t>& changed) = 0;
     /// Deletes the current row, under the check. @throws PlatformError.
     virtual void sendRemove() = 0;
 
-    [[nodiscard]] const std::vector<ColumnInfo>& columns() const { return columns_; }
-    [[nodiscard]] const Stored& kept(std::size_t column) const { return kept_[column]; }
-    [[nodiscard]] const Stored& edited(std::size_t column) const { return edited_[column]; }
-    [[nodiscard]] const std::vector<Stored>& leading() const { return leading_; }
+    [[nodiscard]] const std::vector<ColumnInfo>& columns() const { return *columns_; }
+    [[nodiscard]] const Stored& kept(std::size_t column) const {
+        return kept_[leadingCount_ + column];
+    }
+    [[nodiscard]] const Stored& edited(std::size_t column) const {
+        return (edited_.empty() ? kept_ : edited_)[leadingCount_ + column];
+    }
+    [[nodiscard]] std::span<const Stored> leading() const {
+        return std::span(kept_).first(leadingCount_);
+    }
     /// What the check of a change to `changed` compares: the columns of the first unique index of
     /// `table` that is whole in the set (without one: all columns), and the changed ones.
     [[nodiscard]] std::vector<std::size_t>
@@ -63,15 +72,14 @@ private:
     [[nodiscard]] std::vector<std::size_t> keyColumns(const TableSchema& table) const;
     [[nodiscard]] std::vector<std::size_t> changedColumns() const;
 
-    std::vector<ColumnInfo> columns_;
+    Columns columns_ = std::make_shared<const std::vector<ColumnInfo>>();
     PackedRows rows_;
     std::size_t leadingCount_ = 0;
     Numbers numbers_ = Numbers::nearest;
     std::size_t at_ = 0;
-    bool isRemoved_ = false;  ///< the current row was deleted; at_ is the one behind it
-    std::vector<Stored> leading_;
-    std::vector<Stored> kept_;    ///< values of the current row as fetched
-    std::vector<Stored> edited_;  ///< and with what setValue put there
+    bool isRemoved_ = false;      ///< the current row was deleted; at_ is the one behind it
+    std::vector<Stored> kept_;    ///< the current row as fetched, leading values first
+    std::vector<Stored> edited_;  ///< and with what setValue put there; empty: nothing yet
 };
 
 }  // namespace platform

@@ -77,6 +77,9 @@ struct Literal {
     bool isNull = false;
     bool isText = false;  ///< stood between quotes
     std::string text;
+    int place = kNowhere;  ///< which of the texts of a statement it is, counted from 0
+
+    static constexpr int kNowhere = -1;
 };
 
 /// The value that the column keeps of a literal: texts without blanks at the end, whole numbers in

@@ -1,5 +1,6 @@
 #include "platform/sql_dialect/packed_rows.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -13,9 +14,10 @@ constexpr char kNumber = 'd';
 constexpr char kText = 't';
 
 template <class Number>
-void put(std::string& bytes, char kind, Number number) {
-    bytes += kind;
-    bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+void append(std::string& bytes, char kind, Number number) {
+    std::array<char, 1 + sizeof number> piece{kind};
+    std::memcpy(piece.data() + 1, &number, sizeof number);
+    bytes.append(piece.data(), piece.size());
 }
 
 template <class Number>
@@ -30,10 +32,10 @@ struct Packer {
     std::string& bytes;
 
     void operator()(std::monostate) const { bytes += kNone; }
-    void operator()(std::int64_t number) const { put(bytes, kWhole, number); }
-    void operator()(double number) const { put(bytes, kNumber, number); }
-    void operator()(const std::string& text) const {
-        put(bytes, kText, static_cast<std::uint32_t>(text.size()));
+    void operator()(std::int64_t number) const { append(bytes, kWhole, number); }
+    void operator()(double number) const { append(bytes, kNumber, number); }
+    void operator()(std::string_view text) const {
+        append(bytes, kText, static_cast<std::uint32_t>(text.size()));
         bytes += text;
     }
 };
@@ -48,9 +50,31 @@ std::string PackedRows::pack(const std::vector<Stored>& row) {
     return bytes;
 }
 
+void PackedRows::put(std::monostate none) {
+    Packer{rows_.back()}(none);
+}
+
+void PackedRows::put(std::int64_t number) {
+    Packer{rows_.back()}(number);
+}
+
+void PackedRows::put(double number) {
+    Packer{rows_.back()}(number);
+}
+
+void PackedRows::put(std::string_view text) {
+    Packer{rows_.back()}(text);
+}
+
 std::vector<Stored> PackedRows::row(std::size_t at) const {
-    const std::string& bytes = rows_[at];
     std::vector<Stored> values;
+    read(at, values);
+    return values;
+}
+
+void PackedRows::read(std::size_t at, std::vector<Stored>& values) const {
+    const std::string& bytes = rows_[at];
+    values.clear();
     std::size_t place = 0;
     while (place < bytes.size()) {
         const char kind = bytes[place++];
@@ -60,13 +84,12 @@ std::vector<Stored> PackedRows::row(std::size_t at) const {
             values.emplace_back(get<double>(bytes, place));
         } else if (kind == kText) {
             const auto size = get<std::uint32_t>(bytes, place);
-            values.emplace_back(bytes.substr(place, size));
+            values.emplace_back(std::in_place_type<std::string>, bytes, place, size);
             place += size;
         } else {
-            values.emplace_back(std::monostate{});
+            values.emplace_back();
         }
     }
-    return values;
 }
 
 }  // namespace platform

@@ -181,6 +181,7 @@ const Token& TokenReader::peekNext() const {
 
 Token TokenReader::take() {
     const Token& token = tokens_[at_];
+    textsTaken_ += token.kind == TokenKind::text ? 1 : 0;
     at_ = std::min(at_ + 1, tokens_.size() - 1);
     return token;
 }
@@ -241,7 +242,8 @@ Literal TokenReader::literal() {
         return {true, false, {}};
     }
     if (peek().kind == TokenKind::text) {
-        return {false, true, take().text};
+        const int place = textsTaken_;
+        return {false, true, take().text, place};
     }
     const std::string sign = accept("-") ? "-" : "";
     accept("+");

@@ -38,6 +38,7 @@ private:
     std::string statement_;
     std::vector<Token> tokens_;
     std::size_t at_ = 0;
+    int textsTaken_ = 0;
 };
 
 /// Reads a condition up to the word or symbol that cannot belong to it.

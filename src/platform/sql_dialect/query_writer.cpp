@@ -9,23 +9,6 @@ namespace platform {
 
 namespace {
 
-bool isWhole(const std::string& number) {
-    return number.find_first_not_of("+-0123456789") == std::string::npos;
-}
-
-/// A literal as a value to compare a column of numbers with: a text is converted to the column's
-/// type as the server does, a number stays what it is.
-Stored comparable(const ColumnInfo& column, const Literal& literal) {
-    const bool isNumber = !literal.isText && !literal.isNull;
-    if (!isNumber || column.kind == ColumnKind::real || column.kind == ColumnKind::date ||
-        column.kind == ColumnKind::dateTime) {
-        return toStored(column, literal);
-    }
-    ColumnInfo number = column;
-    number.kind = isWhole(literal.text) ? ColumnKind::bigInt : ColumnKind::floating;
-    return toStored(number, literal);
-}
-
 /// The comparison of order keys that rows of `comparison` fulfil; empty when there is none.
 std::string_view boundOf(std::string_view comparison) {
     if (comparison == "<>") {
@@ -63,6 +46,12 @@ void QueryWriter::value(const ColumnInfo& column, Stored value) {
     }
     add(dialect_.placeholder);
     values_.push_back(std::move(value));
+}
+
+void QueryWriter::value(ColumnInfo column, const Literal& literal, ValueForm form) {
+    ValueSource source{std::move(column), literal, form};
+    value(source.column, valueOf(source, literal, dialect_));
+    sources_.push_back(std::move(source));
 }
 
 void QueryWriter::where(const TableSchema& table, const std::optional<Condition>& condition) {
@@ -142,7 +131,11 @@ void QueryWriter::comparison(const ColumnInfo& column, const Condition& leaf, bo
         add(name + leaf.comparison);
         const bool isExact = dialect_.literal != nullptr && column.kind == ColumnKind::decimal &&
                              !literal.isText && !literal.isNull;
-        value(column, isExact ? toExact(column, literal) : comparable(column, literal));
+        if (isExact) {
+            value(column, toExact(column, literal));
+        } else {
+            value(column, literal, ValueForm::comparable);
+        }
         return;
     }
     const std::string_view bound = boundOf(leaf.comparison);
@@ -150,11 +143,11 @@ void QueryWriter::comparison(const ColumnInfo& column, const Condition& leaf, bo
                            dialect_.orderKey != nullptr;
     if (isBounded) {
         add(dialect_.orderKey(name) + std::string(bound));
-        value(column, dialect_.orderKeyOf(literal.text));
+        value(column, literal, ValueForm::orderKey);
         add(" AND ");
     }
     add((leaf.leftTrimmed ? "ltrim(" + name + ")" : name) + dialect_.exactly + leaf.comparison);
-    value(column, literal.isNull ? Stored() : Stored(literal.text));
+    value(column, literal, ValueForm::exactText);
 }
 
 /// A count that must only exceed a number is not taken further than that.
@@ -164,19 +157,20 @@ void QueryWriter::countLeaf(const Condition& leaf) {
     counted.tableAsGiven = counted.table;
     const TableSchema& table = tableOf(counted);
     const ColumnInfo number{"COUNT", "BIGINT", ColumnKind::bigInt};
-    const Stored least = toStored(number, leaf.values.front());
     add("(SELECT COUNT(*) FROM (SELECT 1 FROM " + dialect_.quoteName(table.name));
     if (leaf.count->where) {
         add(" WHERE ");
         condition(table, *leaf.count->where, true);
     }
-    const auto* most = std::get_if<std::int64_t>(&least);
+    const Literal& least = leaf.values.front();
+    const Stored bound = least.isText ? Stored() : toStored(number, least);
+    const auto* most = std::get_if<std::int64_t>(&bound);
     if (leaf.comparison == ">" && most != nullptr && *most >= 0 && *most < INT64_MAX) {
         limit(*most + 1);
     }
     add(dialect_.queryEnd);
     add(")" + leaf.comparison);
-    value(number, least);
+    value(number, least, ValueForm::kept);
 }
 
 void QueryWriter::limit(std::int64_t rows) {

@@ -3,6 +3,7 @@
 #include "platform/sql_dialect/columns.h"
 #include "platform/sql_dialect/dialect.h"
 #include "platform/sql_dialect/syntax.h"
+#include "platform/sql_dialect/value_source.h"
 
 #include <optional>
 #include <string>
@@ -32,8 +33,11 @@ public:
 
     std::string text() { return std::move(text_); }
     std::vector<Stored> values() { return std::move(values_); }
+    std::vector<ValueSource> sources() { return std::move(sources_); }
 
 private:
+    /// The same for a value of a condition.
+    void value(ColumnInfo column, const Literal& literal, ValueForm form);
     void condition(const TableSchema& table, const Condition& condition, bool bounded);
     void joined(const TableSchema& table, const Condition& condition, bool bounded);
     void leaf(const TableSchema& table, const Condition& leaf, bool bounded);
@@ -54,6 +58,7 @@ private:
     const Dialect& dialect_;
     std::string text_;
     std::vector<Stored> values_;
+    std::vector<ValueSource> sources_;  ///< of the values of conditions
 };
 
 /// For a step statement ("the row behind this key"): how many of the ORDER BY columns each of its

@@ -26,6 +26,7 @@ public:
             result_.text = writer_.text();
         }
         result_.values = writer_.values();
+        result_.sources = writer_.sources();
         return std::move(result_);
     }
 

@@ -3,6 +3,7 @@
 #include "platform/sql_dialect/columns.h"
 #include "platform/sql_dialect/dialect.h"
 #include "platform/sql_dialect/syntax.h"
+#include "platform/sql_dialect/value_source.h"
 
 #include <string>
 #include <string_view>
@@ -14,7 +15,8 @@ namespace platform {
 struct Translation {
     Statement statement;  ///< with table and column names as the catalog spells them
     std::string text;     ///< UTF-8; empty for alterColumn, which a store does in its own way
-    std::vector<Stored> values;  ///< for the placeholders, in order
+    std::vector<Stored> values;        ///< for the placeholders, in order
+    std::vector<ValueSource> sources;  ///< of the values; of those of the conditions only
     /// Columns of the rows of a SELECT, behind a first one with the row's number. A count is one
     /// column without a name and without row number.
     std::vector<ColumnInfo> columns;

@@ -3,6 +3,7 @@
 #include "platform/sql_dialect/columns.h"
 #include "platform/sqlite/database.h"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -22,6 +23,8 @@ public:
 
     /// Forgets what was read when the structure has changed since.
     void refresh();
+    /// Changes with the structure of the catalog.
+    [[nodiscard]] std::int64_t version() const { return seenVersion_; }
     /// Valid until the next refresh().
     [[nodiscard]] const TableSchema* table(std::string_view name) const override;
 

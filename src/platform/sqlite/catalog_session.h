@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/sql_dialect/statement_cache.h"
 #include "platform/sqlite/catalog_schema.h"
 #include "platform/sqlite/database.h"
 
@@ -11,7 +12,8 @@ namespace platform {
 struct CatalogSession {
     CatalogSession(const std::string& file, const std::string& catalog, int timeoutSeconds)
         : database(file, catalog, timeoutSeconds, Database::Mode::existing),
-          schema(database) {}
+          schema(database),
+          queries(schema, kEmbeddedDialect) {}
 
     /// Runs a statement that changes rows of `table`. A row that is there already is told in the
     /// server's words, with the name of the index. @throws PlatformError.
@@ -21,6 +23,7 @@ struct CatalogSession {
 
     Database database;
     CatalogSchema schema;
+    StatementCache queries;
     int transactionDepth = 0;  ///< BEGIN TRANSACTION statements without their end
 };
 

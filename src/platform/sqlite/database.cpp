@@ -118,11 +118,9 @@ void Database::fail(int code) const {
     throw serverError(errorUnspecified, {cause});
 }
 
-sqlite3_stmt* Database::take(const std::string& statement) const {
-    const auto found = kept_.find(statement);
-    if (found != kept_.end()) {
-        sqlite3_stmt* const kept = found->second;
-        kept_.erase(found);
+Database::Prepared::node_type Database::take(const std::string& statement) const {
+    auto kept = kept_.extract(statement);
+    if (kept) {
         return kept;
     }
     sqlite3_stmt* prepared = nullptr;
@@ -132,17 +130,18 @@ sqlite3_stmt* Database::take(const std::string& statement) const {
     if (code != SQLITE_OK) {
         fail(code);
     }
-    return prepared;
+    return kept_.extract(kept_.emplace(statement, prepared).first);
 }
 
-void Database::keep(const std::string& text, sqlite3_stmt* statement) const {
-    sqlite3_reset(statement);
-    sqlite3_clear_bindings(statement);
+void Database::keep(Prepared::node_type statement) const {
+    sqlite3_reset(statement.mapped());
+    sqlite3_clear_bindings(statement.mapped());
     if (kept_.size() >= kMostKept) {
         forget();
     }
-    if (!kept_.emplace(text, statement).second) {
-        sqlite3_finalize(statement);
+    const auto result = kept_.insert(std::move(statement));
+    if (!result.inserted) {  // the same text was prepared twice at the same time
+        sqlite3_finalize(result.node.mapped());
     }
 }
 
@@ -153,13 +152,13 @@ void Database::forget() const {
     kept_.clear();
 }
 
-Query::Query(const Database& database, std::string statement)
+Query::Query(const Database& database, const std::string& statement)
     : database_(database),
-      text_(std::move(statement)),
-      statement_(database.take(text_)) {}
+      node_(database.take(statement)),
+      statement_(node_.mapped()) {}
 
 Query::~Query() {
-    database_.keep(text_, statement_);
+    database_.keep(std::move(node_));
 }
 
 void Query::bind(const std::vector<Stored>& values) {
@@ -197,10 +196,6 @@ void Query::reset() {
     sqlite3_reset(statement_);
 }
 
-int Query::columnCount() const {
-    return sqlite3_column_count(statement_);
-}
-
 Stored Query::value(int column) const {
     switch (sqlite3_column_type(statement_, column)) {
     case SQLITE_NULL:
@@ -214,13 +209,42 @@ Stored Query::value(int column) const {
     }
 }
 
-std::string Query::text(int column) const {
-    const auto* bytes = sqlite3_column_text(statement_, column);
-    if (bytes == nullptr) {
+void Query::packRow(PackedRows& rows) const {
+    rows.begin();
+    const int count = sqlite3_column_count(statement_);
+    for (int column = 0; column < count; ++column) {
+        switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_NULL:
+            rows.put(std::monostate{});
+            break;
+        case SQLITE_INTEGER:
+            rows.put(number(column));
+            break;
+        case SQLITE_FLOAT:
+            rows.put(sqlite3_column_double(statement_, column));
+            break;
+        default:
+            const std::string_view utf8 = bytes(column);
+            if (isAscii(utf8)) {
+                rows.put(utf8);
+            } else {
+                rows.put(std::string_view(util::fromUtf8(utf8)));
+            }
+        }
+    }
+}
+
+std::string_view Query::bytes(int column) const {
+    const auto* text = sqlite3_column_text(statement_, column);
+    if (text == nullptr) {
         return {};
     }
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
-    return util::fromUtf8({reinterpret_cast<const char*>(bytes), size});
+    return {reinterpret_cast<const char*>(text), size};
+}
+
+std::string Query::text(int column) const {
+    return util::fromUtf8(bytes(column));
 }
 
 std::int64_t Query::number(int column) const {

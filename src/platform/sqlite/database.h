@@ -2,6 +2,7 @@
 
 #include "platform/ports/platform_error.h"
 #include "platform/sql_dialect/columns.h"
+#include "platform/sql_dialect/packed_rows.h"
 
 #include <cstdint>
 #include <map>
@@ -39,14 +40,16 @@ public:
 private:
     friend class Query;
     [[noreturn]] void fail(int code) const;
+    /// Prepared statements by their text.
+    using Prepared = std::map<std::string, sqlite3_stmt*>;
     /// A prepared statement that is at rest, from those that were kept when it is among them.
-    sqlite3_stmt* take(const std::string& statement) const;
+    [[nodiscard]] Prepared::node_type take(const std::string& statement) const;
     /// Keeps a statement for the next time: the same few are run over and over.
-    void keep(const std::string& text, sqlite3_stmt* statement) const;
+    void keep(Prepared::node_type statement) const;
     void forget() const;
 
     sqlite3* handle_ = nullptr;
-    mutable std::map<std::string, sqlite3_stmt*> kept_;
+    mutable Prepared kept_;
     std::string file_;
     std::string catalog_;
 };
@@ -54,7 +57,7 @@ private:
 /// A prepared statement with its rows; holds no lock once it is reset or gone.
 class Query {
 public:
-    Query(const Database& database, std::string statement);
+    Query(const Database& database, const std::string& statement);
     ~Query();
     Query(const Query&) = delete;
     Query& operator=(const Query&) = delete;
@@ -65,15 +68,18 @@ public:
     /// Goes to the next row; false behind the last.
     bool step();
     void reset();
-    [[nodiscard]] int columnCount() const;
     [[nodiscard]] Stored value(int column) const;
+    /// Adds the values of the row to `rows`.
+    void packRow(PackedRows& rows) const;
     /// The value as text; empty for no value.
     [[nodiscard]] std::string text(int column) const;
     [[nodiscard]] std::int64_t number(int column) const;
 
 private:
+    [[nodiscard]] std::string_view bytes(int column) const;
+
     const Database& database_;
-    std::string text_;
+    Database::Prepared::node_type node_;
     sqlite3_stmt* statement_ = nullptr;
 };
 

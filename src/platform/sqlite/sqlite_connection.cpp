@@ -74,33 +74,34 @@ CatalogSession& SqliteConnection::session() const {
     return *session_;
 }
 
-Translation SqliteConnection::translated(std::string_view statement) const {
+FilledTranslation SqliteConnection::translated(std::string_view statement) const {
     CatalogSession& open = session();
     open.schema.refresh();
-    return translate(statement, open.schema, kEmbeddedDialect);
+    return open.queries.translated(statement, open.schema.version());
 }
 
 void SqliteConnection::execute(std::string_view statement) {
-    perform(translated(statement));
+    const FilledTranslation filled = translated(statement);
+    perform(*filled.translation, filled.values);
 }
 
 std::unique_ptr<RowSet> SqliteConnection::openRowSet(std::string_view statement) {
-    const Translation translation = translated(statement);
-    if (translation.statement.kind == StatementKind::select) {
-        return std::make_unique<SqliteRowSet>(session_, translation);
+    const FilledTranslation filled = translated(statement);
+    if (filled.translation->statement.kind == StatementKind::select) {
+        return std::make_unique<SqliteRowSet>(session_, filled);
     }
-    perform(translation);
+    perform(*filled.translation, filled.values);
     return std::make_unique<SqliteRowSet>();
 }
 
-void SqliteConnection::perform(const Translation& translation) {
+void SqliteConnection::perform(const Translation& translation, const std::vector<Stored>& values) {
     CatalogSession& open = session();
     const std::string& table = translation.statement.table;
     switch (translation.statement.kind) {
     case StatementKind::insert:
     case StatementKind::update:
     case StatementKind::remove:
-        open.change(*open.schema.table(table), translation.text, translation.values);
+        open.change(*open.schema.table(table), translation.text, values);
         break;
     case StatementKind::createTable:
         open.database.run(translation.text);
@@ -118,7 +119,7 @@ void SqliteConnection::perform(const Translation& translation) {
         transaction(translation);
         break;
     default:
-        open.database.run(translation.text, translation.values);
+        open.database.run(translation.text, values);
     }
 }
 

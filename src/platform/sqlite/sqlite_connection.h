@@ -1,13 +1,14 @@
 #pragma once
 
 #include "platform/ports/data.h"
-#include "platform/sql_dialect/translator.h"
+#include "platform/sql_dialect/statement_cache.h"
 #include "platform/sqlite/catalog_session.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -31,8 +32,8 @@ public:
 
 private:
     [[nodiscard]] CatalogSession& session() const;
-    [[nodiscard]] Translation translated(std::string_view statement) const;
-    void perform(const Translation& translation);
+    [[nodiscard]] FilledTranslation translated(std::string_view statement) const;
+    void perform(const Translation& translation, const std::vector<Stored>& values);
     void createIndex(const Translation& translation);
     void alterColumn(const Translation& translation);
     void transaction(const Translation& translation);

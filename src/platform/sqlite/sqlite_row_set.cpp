@@ -10,34 +10,36 @@ std::string quoted(const ColumnInfo& column) {
     return kEmbeddedDialect.quoteName(column.name);
 }
 
-PackedRows fetch(const Database& database, const Translation& select) {
-    Query query(database, select.text);
+PackedRows fetch(const Database& database, const FilledTranslation& select) {
+    Query query(database, select.translation->text);
     query.bind(select.values);
     PackedRows rows;
-    std::vector<Stored> row(static_cast<std::size_t>(query.columnCount()));
     while (query.step()) {
-        for (std::size_t at = 0; at < row.size(); ++at) {
-            row[at] = query.value(static_cast<int>(at));
-        }
-        rows.add(row);
+        query.packRow(rows);
     }
     return rows;
+}
+
+/// The columns of a translation, which they keep alive.
+std::shared_ptr<const std::vector<ColumnInfo>>
+columnsOf(const std::shared_ptr<const Translation>& translation) {
+    return {translation, &translation->columns};
 }
 
 }  // namespace
 
 SqliteRowSet::SqliteRowSet(
-    const std::shared_ptr<CatalogSession>& session, const Translation& select
+    const std::shared_ptr<CatalogSession>& session, const FilledTranslation& select
 )
     : ClientRowSet(
-          select.columns,
+          columnsOf(select.translation),
           fetch(session->database, select),
-          select.statement.isCount ? 0 : 1,
+          select.translation->statement.isCount ? 0 : 1,
           Numbers::nearest
       ),
       session_(session),
-      table_(select.statement.table),
-      hasRowNumbers_(!select.statement.isCount) {}
+      table_(select.translation->statement.table),
+      hasRowNumbers_(!select.translation->statement.isCount) {}
 
 std::shared_ptr<CatalogSession> SqliteRowSet::session() const {
     if (!hasRowNumbers_) {

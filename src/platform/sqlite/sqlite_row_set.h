@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/sql_dialect/client_row_set.h"
-#include "platform/sql_dialect/translator.h"
+#include "platform/sql_dialect/statement_cache.h"
 #include "platform/sqlite/catalog_session.h"
 
 #include <memory>
@@ -15,7 +15,7 @@ namespace platform {
 class SqliteRowSet : public ClientRowSet {
 public:
     /// Fetches all rows of a translated SELECT.
-    SqliteRowSet(const std::shared_ptr<CatalogSession>& session, const Translation& select);
+    SqliteRowSet(const std::shared_ptr<CatalogSession>& session, const FilledTranslation& select);
     /// The empty set of a statement that gives no rows.
     SqliteRowSet() = default;
 

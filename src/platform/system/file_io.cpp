@@ -5,8 +5,11 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <limits>
 #include <string>
@@ -25,6 +28,13 @@ constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
 constexpr mode_t kOwnerMode = S_IRUSR | S_IWUSR;
 constexpr mode_t kGroupMode = kOwnerMode | S_IRGRP;
+
+/// What is larger is no file of settings or of a day's totals, and takes minutes to go through.
+constexpr off_t kLargestFile = off_t{64} * 1024 * 1024;
+constexpr std::string_view kTemporaryBegin = ".brevane-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+/// Other computers can write into a shared folder; none of them takes so long for a file.
+constexpr std::time_t kLongestWriteSeconds = 3600;
 
 /// Numbers and texts that the suite knows its file errors by.
 struct FileError {
@@ -78,6 +88,11 @@ public:
     OpenFile& operator=(OpenFile&&) = delete;
 
     [[nodiscard]] int handle() const { return handle_; }
+
+    [[nodiscard]] off_t size() const {
+        struct stat status {};
+        return ::fstat(handle_, &status) == 0 ? status.st_size : 0;
+    }
 
     std::string readAll() {
         std::string bytes;
@@ -154,8 +169,35 @@ std::string targetOf(const std::string& path) {
 /// Name for the file that will take the place of another one in `folder`.
 std::string temporaryName(const std::string& folder) {
     static unsigned counter = 0;
-    return folder + "/.brevane-" + std::to_string(::getpid()) + "-" + std::to_string(++counter) +
-           ".tmp";
+    return folder + "/" + std::string(kTemporaryBegin) + std::to_string(::getpid()) + "-" +
+           std::to_string(++counter) + std::string(kTemporaryEnd);
+}
+
+/// Is it what a program left behind that was ended by force while it replaced a file?
+bool isLeftBehind(const std::filesystem::path& path) {
+    const std::string name = path.filename().string();
+    if (!name.starts_with(kTemporaryBegin) || !name.ends_with(kTemporaryEnd)) {
+        return false;
+    }
+    pid_t writer = 0;
+    const char* const digits = name.data() + kTemporaryBegin.size();
+    const auto parsed = std::from_chars(digits, name.data() + name.size(), writer);
+    const auto status = statusOf(path.string());
+    return parsed.ec == std::errc() && *parsed.ptr == '-' && writer > 0 && ::kill(writer, 0) != 0 &&
+           errno == ESRCH && status && std::time(nullptr) - status->st_mtime > kLongestWriteSeconds;
+}
+
+/// Clears a folder of what programs left behind in it. What cannot be removed stays.
+void removeLeftBehind(const std::string& folder) {
+    std::error_code failure;
+    std::filesystem::directory_iterator entries(folder, failure);
+    const std::filesystem::directory_iterator end;
+    for (; !failure && entries != end; entries.increment(failure)) {
+        if (isLeftBehind(entries->path())) {
+            std::error_code ignored;
+            std::filesystem::remove(entries->path(), ignored);
+        }
+    }
 }
 
 void writeInPlace(const std::string& path, std::string_view bytes) {
@@ -198,7 +240,11 @@ void failFile(int error, const std::string& path) {
 }
 
 std::string readFile(const std::string& path) {
-    return OpenFile(path, O_RDONLY).readAll();
+    OpenFile file(path, O_RDONLY);
+    if (file.size() > kLargestFile) {
+        failFile(EIO, path);
+    }
+    return file.readAll();
 }
 
 void replaceFile(const std::string& path, std::string_view bytes, Access access) {
@@ -209,6 +255,7 @@ void replaceFile(const std::string& path, std::string_view bytes, Access access)
         return;
     }
     requireChangeable(target);
+    removeLeftBehind(parentOf(target));
     const std::string temporary = temporaryName(parentOf(target));
     try {
         writeNew(temporary, bytes, replaced, access);

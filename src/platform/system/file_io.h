@@ -17,11 +17,12 @@ enum class Access { group, ownerOnly };
 /// folder is told from a missing file.
 [[noreturn]] void failFile(int error, const std::string& path);
 
-/// The whole file.
+/// The whole file. One above 64 MB, which no file of the link is, is refused: 75.
 std::string readFile(const std::string& path);
 
 /// Replaces a file as a whole by way of a new one in its folder; a file keeps its permissions,
-/// unless `access` is ownerOnly. A device, which cannot be replaced, is written in place.
+/// unless `access` is ownerOnly. What programs that were ended by force left behind in the folder
+/// an hour ago or longer is removed. A device, which cannot be replaced, is written in place.
 void replaceFile(const std::string& path, std::string_view bytes, Access access = Access::group);
 
 /// Adds bytes at the end of a file, which is made when it is missing.

@@ -27,7 +27,13 @@ std::string contentOf(const std::string& file) {
     if (!std::filesystem::exists(file, failure) && !failure) {
         return {};
     }
-    return readFile(file);
+    try {
+        return readFile(file);
+    } catch (const PlatformError& error) {
+        throw PlatformError(
+            error.number(), error.description() + " (" + util::fromUtf8(file) + ")"
+        );
+    }
 }
 
 void requireOneLine(const std::string& text, const std::string& forbidden) {

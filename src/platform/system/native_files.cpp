@@ -1,6 +1,7 @@
 #include "platform/system/native_files.h"
 
 #include "platform/system/file_io.h"
+#include "platform/system/file_lock.h"
 #include "platform/system/file_names.h"
 #include "util/conversions.h"
 #include "util/text_codec.h"
@@ -167,6 +168,10 @@ std::vector<std::string> NativeFiles::folders(const std::string& folder) const {
 bool NativeFiles::isWritable(const std::string& name) const {
     const bool isName = !util::trim(name).empty() && name.find('\0') == std::string::npos;
     return isName && canReplace(nativeName(name));
+}
+
+std::unique_ptr<FileLock> NativeFiles::lock(const std::string& name) {
+    return holdFile(nativeName(name));
 }
 
 std::string NativeFiles::traceFolder() const {

@@ -2,6 +2,7 @@
 
 #include "platform/ports/system.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,6 +31,7 @@ public:
     list(const std::string& folder, const std::string& pattern) const override;
     [[nodiscard]] std::vector<std::string> folders(const std::string& folder) const override;
     [[nodiscard]] bool isWritable(const std::string& name) const override;
+    [[nodiscard]] std::unique_ptr<FileLock> lock(const std::string& name) override;
     [[nodiscard]] std::string programFolder() const override { return programFolder_; }
     [[nodiscard]] std::string traceFolder() const override;
     [[nodiscard]] std::optional<std::string> driveRemote(char letter) const override;

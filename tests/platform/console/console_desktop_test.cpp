@@ -50,10 +50,14 @@ public:
     [[nodiscard]] std::span<const ui::Key> keys() const override { return kKeys; }
     int steps = 5;  ///< status texts of one run
     std::function<void()> onAsk;
+    std::function<void()> onActivate;
 
 protected:
     bool dispatch(std::string_view name, ui::Signal signal) override {
         using ui::Signal;
+        if (signal == Signal::activate && onActivate) {
+            onActivate();
+        }
         if (signal == Signal::load || signal == Signal::activate) {
             return false;
         }
@@ -246,6 +250,13 @@ TEST(ConsoleDesktop, answersBoxesFromTheQueueAndElseByTheDefaultButton) {
         "[box] T\\| | four | ok/cancel -> ok\n"
         "[status] frmSmall unload\n"
     );
+}
+
+TEST(ConsoleDesktop, nobodyCanAnswerWhileAWindowWorksOnItsOwn) {
+    Session session("answer ok\nclose");
+    session.form.onActivate = [&] { EXPECT_FALSE(session.desktop.hasOperator()); };
+    EXPECT_TRUE(session.desktop.hasOperator());
+    session.desktop.showModal(session.form);
 }
 
 TEST(ConsoleDesktop, choosesTheFilesThatWereQueued) {

@@ -1,5 +1,6 @@
 #include "platform/odbc/odbc_connection.h"
 #include "platform/odbc/odbc_management.h"
+#include "support/answer_cutter.h"
 #include "support/tds_server.h"
 
 #include <map>
@@ -195,6 +196,31 @@ TEST_F(SqlServerWire, thatBreaksClosesTheConnection) {
     EXPECT_FALSE(connection->isOpen());
     connection->open({5, "SHOP\\NUV", "NUVDATA1", "qz", "", false});
     EXPECT_TRUE(connection->isOpen());
+}
+
+TEST_F(SqlServerWire, tellsWhyALoginIsRefused) {
+    answers[TdsServer::kLogin] = {{}, {}, 0, 18456, "Login failed for user 'qz'."};
+    EXPECT_EQ(
+        errorOf([&] { open(); }), std::pair(18456, std::string("Login failed for user 'qz'."))
+    );
+    // FreeTDS's own numbers, which the configuration tool puts into words
+    platform::OdbcOptions gone = options();
+    gone.port = "1";
+    platform::OdbcManagement nobody([&] { return gone; });
+    EXPECT_EQ(errorOf([&] { nobody.connect("SHOP\\NUV", "qz", "", false); }).first, 20009);
+}
+
+TEST_F(SqlServerWire, thatStaysSilentIsGivenUpAtItsTime) {
+    const testing_support::AnswerCutter silence(0);
+    platform::OdbcOptions mute = options();
+    mute.port = silence.port();
+    platform::OdbcConnection connection([&] { return mute; });
+    const auto open = [&] { connection.open({1, "SHOP\\NUV", "NUVDATA1", "qz", "", false}); };
+    EXPECT_NE(errorOf(open).first, 0);
+    platform::OdbcManagement management([&] { return mute; });
+    management.setLoginTimeout(1);
+    const auto connect = [&] { management.connect("SHOP\\NUV", "qz", "", false); };
+    EXPECT_NE(errorOf(connect).first, 0);
 }
 
 TEST_F(SqlServerWire, manages) {

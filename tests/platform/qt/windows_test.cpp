@@ -1,17 +1,6 @@
+#include "all_windows.h"
 #include "operator.h"
-#include "platform/ports/platform.h"
 #include "platform/qt/qt_desktop.h"
-#include "security/clsUserLogin.h"
-#include "support/link_fixture.h"
-#include "windows/FrmQuickSetUP.h"
-#include "windows/FrmSelDate.h"
-#include "windows/FrmSummaryExport.h"
-#include "windows/SafeDialog.h"
-#include "windows/frmPasswordEnter.h"
-#include "windows/frmSMFILE_PATH.h"
-#include "windows/frmSM_DATAPATH2.h"
-#include "windows/frmSM_USER_LOGIN.h"
-#include "windows/start_windows.h"
 
 #include <algorithm>
 #include <functional>
@@ -27,24 +16,11 @@
 
 namespace {
 
-/// Loads no data: only the controls are looked at.
-template <class Base>
-class Still : public Base {
-public:
-    using Base::Base;
-
-protected:
-    bool dispatch(std::string_view /*name*/, ui::Signal /*signal*/) override { return false; }
-};
-
-std::string nameOf(const ui::ControlState& state) {
-    const bool isArray = state.index != ui::kNoIndex;
-    return state.name + (isArray ? "(" + std::to_string(state.index) + ")" : "");
-}
-
-QWidget* widgetOf(const QWidget& window, const ui::ControlState& state) {
-    return window.findChild<QWidget*>(QString::fromStdString(nameOf(state)));
-}
+using testing_support::AllWindows;
+using testing_support::nameOf;
+using testing_support::Still;
+using testing_support::takesFocus;
+using testing_support::widgetOf;
 
 /// Texts and controls are large enough for what they show, and none lies over another.
 void checkNothingIsCut(const QWidget& window) {
@@ -122,10 +98,6 @@ void lookAt(ui::Form& form, const std::function<void(ui::Form&, QWidget&)>& look
     form.close();
 }
 
-bool takesFocus(ui::Kind kind) {
-    return kind != ui::Kind::label && kind != ui::Kind::frame && kind != ui::Kind::menuItem;
-}
-
 std::string spoken(QWidget& widget, QAccessible::Text what) {
     return QAccessible::queryAccessibleInterface(&widget)->text(what).toStdString();
 }
@@ -169,47 +141,95 @@ void checkReach(ui::Form& form, QWidget& window) {
     }
 }
 
-/// All windows of the program, without data.
-struct AllWindows {
-    clsUserLogin login;
-    Still<frmSetup> setup;
-    Still<FrmQuickSetUP> quickSetup;
-    Still<FrmSummaryExport> summaryExport;
-    Still<FrmSelDate> dates;
-    Still<SafeDialog> safe;
-    Still<frmSMFILE_PATH> browser;
-    Still<frmSM_DATAPATH2> dataPath;
-    Still<frmSM_USER_LOGIN> loginWindow{login};
-    Still<frmPasswordEnter> password{login};
-    Still<FrmLoading> loading;
-    Still<frmBRVSplash> splash;
-    std::vector<ui::Form*> all = {
-        &setup,
-        &quickSetup,
-        &summaryExport,
-        &dates,
-        &safe,
-        &browser,
-        &dataPath,
-        &loginWindow,
-        &password,
-        &loading,
-        &splash};
-};
-
 TEST(Windows, giveEveryControlItsPlace) {
     testing_support::application();
-    const AllWindows windows;
-    for (ui::Form* form : windows.all) {
-        lookAt(*form, checkPlaces);
+    const AllWindows<Still> windows;
+    for (const auto& forms : {windows.work, windows.start}) {
+        for (ui::Form* form : forms) {
+            lookAt(*form, checkPlaces);
+        }
     }
 }
 
 TEST(Windows, nameEveryControlAndAKeyThatReachesIt) {
     testing_support::application();
-    const AllWindows windows;
-    for (ui::Form* form : windows.all) {
+    const AllWindows<Still> windows;
+    for (ui::Form* form : windows.work) {
         lookAt(*form, checkReach);
+    }
+}
+
+/// Is `later` read after `earlier`, both being parts of one box?
+bool followsOnTheScreen(const QWidget& earlier, const QWidget& later) {
+    const QRect first = earlier.geometry();
+    const QRect second = later.geometry();
+    const bool isBelow = second.top() >= first.bottom();
+    const bool isAbove = second.bottom() <= first.top();
+    return isBelow || (!isAbove && second.left() >= first.right());
+}
+
+/// The controls through which Tab goes until it is back at one of them. A date has three parts.
+std::vector<QWidget*> tabWalk(QWidget& window) {
+    std::vector<QWidget*> walk;
+    for (QWidget* at = window.focusWidget();
+         std::count(walk.begin(), walk.end(), at) == 0 || at == walk.back();
+         at = window.focusWidget()) {
+        if (walk.empty() || at != walk.back()) {
+            walk.push_back(at);
+        }
+        QTest::keyClick(at, Qt::Key_Tab);
+    }
+    return walk;
+}
+
+/// Tab reaches every control that is seen, once, as they stand on the screen. Of option buttons it
+/// reaches the one that is on.
+void checkTabs(ui::Form& form, QWidget& window) {
+    const std::vector<QWidget*> walk = tabWalk(window);
+    for (const ui::ControlState& state : form.controls()) {
+        QWidget* widget = widgetOf(window, state);
+        if (!takesFocus(state.kind) || !widget->isVisible() || !widget->isEnabled()) {
+            continue;
+        }
+        const bool isPassedOver = state.kind == ui::Kind::optionButton && state.value == 0;
+        EXPECT_TRUE(isPassedOver || std::count(walk.begin(), walk.end(), widget) == 1)
+            << nameOf(state);
+    }
+    for (std::size_t at = 1; at < walk.size(); ++at) {
+        if (walk[at]->parent() == walk[at - 1]->parent()) {
+            EXPECT_TRUE(followsOnTheScreen(*walk[at - 1], *walk[at]) || walk[at] == walk.front())
+                << walk[at - 1]->objectName().toStdString() << " then "
+                << walk[at]->objectName().toStdString();
+        }
+    }
+}
+
+TEST(Windows, areWalkedThroughByTab) {
+    testing_support::application();
+    const AllWindows<Still> windows;
+    for (ui::Form* form : windows.work) {
+        lookAt(*form, checkTabs);
+    }
+}
+
+/// The palette of the system may change while a window is open.
+TEST(Windows, showFieldsThatCanBeReadInEveryPalette) {
+    testing_support::application();
+    const QPalette before = QApplication::palette();
+    const AllWindows<Still> windows;
+    for (ui::Form* form : windows.work) {
+        lookAt(*form, [](ui::Form& /*form*/, QWidget& window) {
+            for (const QColor& ground : {QColor(0x2b, 0x2d, 0x30), QColor(0xf0, 0xf0, 0xf0)}) {
+                QApplication::setPalette(QPalette(ground));
+                for (const QLineEdit* field : window.findChildren<QLineEdit*>()) {
+                    const double text = field->palette().color(QPalette::Text).lightnessF();
+                    const double base = field->palette().color(QPalette::Base).lightnessF();
+                    EXPECT_TRUE(std::abs(text - base) > 0.5 || !field->isEnabled())
+                        << field->objectName().toStdString();
+                }
+            }
+        });
+        QApplication::setPalette(before);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/system/native_files.h"
 #include "support/temp_folder.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -8,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -112,6 +115,8 @@ TEST_F(NativeFiles, failWithTheNumbersOfTheSuite) {
     folder.write("file", "x");
     folder.write("marked", "x");
     chmod((folder.path() / "marked").c_str(), 0444);
+    folder.write("huge", "");
+    std::filesystem::resize_file(folder.path() / "huge", (64U << 20U) + 1);
     std::filesystem::create_directory(folder.path() / "closed");
     chmod((folder.path() / "closed").c_str(), 0555);
     struct Case {
@@ -134,6 +139,7 @@ TEST_F(NativeFiles, failWithTheNumbersOfTheSuite) {
         {"no folder with folders", [this] { (void)files.folders(folder.file("gone")); }, 76},
         {"a folder that is there", [this] { files.makeFolder(folder.str()); }, 75},
         {"a folder as file", [this] { static_cast<void>(files.read(folder.str())); }, 75},
+        {"a file too large", [this] { static_cast<void>(files.read(folder.file("huge"))); }, 75},
         {"a read-only file", [this] { files.write(folder.file("marked"), "y"); }, 75},
         {"the same, append", [this] { files.append(folder.file("marked"), "y"); }, 75},
         {"the same, truncate", [this] { files.truncate(folder.file("marked"), true); }, 75},
@@ -178,6 +184,40 @@ TEST_F(NativeFiles, areReplacedAsAWhole) {
     EXPECT_EQ(modeOf(folder.path() / "a.ini"), 0604U);
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link"));
     EXPECT_EQ(entries(), 2U);
+}
+
+TEST_F(NativeFiles, areClearedOfWhatDeadWritersLeft) {
+    const pid_t dead = fork();
+    if (dead == 0) {
+        _exit(0);
+    }
+    waitpid(dead, nullptr, 0);
+    const auto before = [](int hours) {
+        return std::filesystem::file_time_type::clock::now() - std::chrono::hours(hours);
+    };
+    struct Case {
+        const char* given;
+        std::string name;
+        int hours;
+        bool stays;
+    };
+    const std::string ofDead = std::to_string(dead);
+    const Case cases[] = {
+        {"a dead writer's", ".brevane-" + ofDead + "-1.tmp", 2, false},
+        {"perhaps of another computer's writer", ".brevane-" + ofDead + "-2.tmp", 0, true},
+        {"a living writer's", ".brevane-" + std::to_string(getpid()) + "-0.tmp", 2, true},
+        {"somebody else's", ".other-" + ofDead + "-1.tmp", 2, true},
+        {"without a number", ".brevane-.tmp", 2, true},
+    };
+    for (const Case& row : cases) {
+        folder.write(row.name, "x");
+        std::filesystem::last_write_time(folder.path() / row.name, before(row.hours));
+    }
+    files.write(folder.file("file"), "x");
+    for (const Case& row : cases) {
+        EXPECT_EQ(folder.has(row.name), row.stays) << row.given;
+    }
+    EXPECT_TRUE(folder.has("file"));
 }
 
 TEST_F(NativeFiles, areClosedToStrangers) {
