@@ -3,96 +3,34 @@
 #include "support/json.h"
 
 #include <filesystem>
-#include <functional>
-#include <map>
 #include <optional>
 
 namespace {
 
 using testing_support::Json;
 
-/// Carries out one operation of the vectors on `file` and compares its result.
-class Operations {
-public:
-    explicit Operations(std::string file) : file_(std::move(file)) {}
-
-    void run(const Json& operation) const { kKinds.at(operation["op"].text())(*this, operation); }
-
-private:
-    using Kind = std::function<void(const Operations&, const Json&)>;
-
-    void write(
-        const Json& operation,
-        const std::string& section,
-        const std::optional<std::string>& key,
-        const std::optional<std::string>& value
-    ) const {
-        const bool isDone = config::writePrivateProfileString(section, key, value, file_);
+/// Carries out one operation of the vectors on `file` and compares its result. Which of section,
+/// key and value it has is what makes its kind; the one that has a size reads.
+void run(const Json& operation, const std::string& file) {
+    const auto given = [&](const char* member) {
+        return operation.has(member) ? std::optional(operation[member].bytes()) : std::nullopt;
+    };
+    if (!operation.has("size")) {
+        const std::string section = given("section").value_or("");
+        const bool isDone =
+            config::writePrivateProfileString(section, given("key"), given("value"), file);
         EXPECT_EQ(isDone ? 1 : 0, operation["result"].integer());
+        return;
     }
-
-    [[nodiscard]] config::ProfileText read(
-        const Json& operation,
-        const std::optional<std::string>& section,
-        const std::optional<std::string>& key
-    ) const {
-        const auto size = static_cast<std::size_t>(operation["size"].integer());
-        config::ProfileText text = config::getPrivateProfileString(
-            section, key, operation["default"].bytes(), size, file_
-        );
-        EXPECT_EQ(text.buffer.size(), size);
-        EXPECT_EQ(text.length, static_cast<std::size_t>(operation["length"].integer()));
-        return text;
-    }
-
-    static void expectList(const config::ProfileText& list, const Json& operation) {
-        EXPECT_EQ(list.buffer.substr(0, list.length), operation["buffer"].bytes());
-    }
-
-    static const std::map<std::string, Kind> kKinds;
-
-    std::string file_;
-};
-
-const std::map<std::string, Operations::Kind> Operations::kKinds = {
-    {"write",
-     [](const Operations& self, const Json& operation) {
-         self.write(
-             operation,
-             operation["section"].bytes(),
-             operation["key"].bytes(),
-             operation["value"].bytes()
-         );
-     }},
-    {"delete_key",
-     [](const Operations& self, const Json& operation) {
-         self.write(
-             operation, operation["section"].bytes(), operation["key"].bytes(), std::nullopt
-         );
-     }},
-    {"delete_section",
-     [](const Operations& self, const Json& operation) {
-         self.write(operation, operation["section"].bytes(), std::nullopt, std::nullopt);
-     }},
-    {"probe",
-     [](const Operations& self, const Json& operation) {
-         self.write(operation, "", std::nullopt, std::nullopt);
-     }},
-    {"read",
-     [](const Operations& self, const Json& operation) {
-         const auto text =
-             self.read(operation, operation["section"].bytes(), operation["key"].bytes());
-         EXPECT_EQ(text.buffer.substr(0, text.length), operation["text"].bytes());
-     }},
-    {"keys",
-     [](const Operations& self, const Json& operation) {
-         expectList(self.read(operation, operation["section"].bytes(), std::nullopt), operation);
-     }},
-    {"sections",
-     [](const Operations& self, const Json& operation) {
-         expectList(self.read(operation, std::nullopt, std::nullopt), operation);
-     }},
-};
+    const auto size = static_cast<std::size_t>(operation["size"].integer());
+    const config::ProfileText text = config::getPrivateProfileString(
+        given("section"), given("key"), operation["default"].bytes(), size, file
+    );
+    EXPECT_EQ(text.buffer.size(), size);
+    EXPECT_EQ(text.length, static_cast<std::size_t>(operation["length"].integer()));
+    const char* const result = operation.has("text") ? "text" : "buffer";
+    EXPECT_EQ(text.buffer.substr(0, text.length), operation[result].bytes());
+}
 
 std::optional<std::string> bytesOf(const Json& text) {
     return text.isNull() ? std::nullopt : std::optional(text.bytes());
@@ -129,9 +67,8 @@ TEST_F(PrivateProfile, givesTheObservedResults) {
         if (example["file"]["readonly"].truth()) {
             std::filesystem::permissions(scratch.path() / name, std::filesystem::perms::owner_read);
         }
-        const Operations operations(scratch.file(name));
         for (const Json& operation : example["ops"].items()) {
-            operations.run(operation);
+            run(operation, scratch.file(name));
         }
         const bool isThere = hasFolder && scratch.has(name);
         const auto left = isThere ? std::optional(scratch.read(name)) : std::nullopt;

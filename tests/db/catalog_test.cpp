@@ -46,15 +46,6 @@ protected:
         made->connect(login.dataSource, login.userId, login.password, false);
         return made;
     }
-    /// Makes the catalog; true when that ended the program.
-    static bool createEndsProgram() {
-        try {
-            gfbDB_CreateDatabase();
-            return false;
-        } catch (const platform::ProgramEnd&) {
-            return true;
-        }
-    }
     [[nodiscard]] static std::string storedName() {
         return platform::settings().get(
             db::kSettingsApplication, db::kSettingsSection, "DBName", ""
@@ -205,7 +196,7 @@ TEST_P(CatalogFile, ofOlderFilesIsMadeByTheConversion) {
         DBName = "NUVDATA2";
         folder.write("NUV.INI", "[NUV Version]\r\nVersion Name=" + std::string(version) + "\r\n");
         gIni.File(folder.file("NUV.INI"));
-        EXPECT_EQ(createEndsProgram(), ends);
+        EXPECT_EQ(endsProgram([] { gfbDB_CreateDatabase(); }), ends);
         const std::vector<std::string> conversion = {path + "\\CONVERT_bt.EXE  " + path};
         EXPECT_EQ(processes.lines, runs ? conversion : std::vector<std::string>());
         EXPECT_EQ(DBName, runs ? "NUVDATA3" : "NUVDATA2");

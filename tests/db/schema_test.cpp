@@ -165,19 +165,7 @@ TEST_P(Schema, ofOlderNamesAndSalesCodesIsBroughtUpToDate) {
     watch.statements.clear();
     ASSERT_NE(db_fbInterface_open(), kNo);
     EXPECT_TRUE(desktop.boxes.empty());
-    EXPECT_EQ(
-        lines(changes()),
-        "sp_RENAME 'Names.ConSalesTotal', 'LayawayBalance ', 'COLUMN'\n"
-        "UPDATE Names SET layawaybalance = 0\n"
-        "ALTER TABLE SalesCode ADD ResetQ1 SMALLINT \n"
-        "ALTER TABLE SalesCode ADD QA1 CHAR(20) DEFAULT  ' '\n"
-        "ALTER TABLE SalesCode ADD ResetQ2 SMALLINT \n"
-        "ALTER TABLE SalesCode ADD QA2 CHAR(20) DEFAULT  ' '\n"
-        "ALTER TABLE SalesCode ADD ResetQ3 SMALLINT \n"
-        "ALTER TABLE SalesCode ADD QA3 CHAR(20) DEFAULT  ' '\n"
-        "UPDATE SalesCode SET resetQ1= 0 ,resetQ2= 0,resetQ3= 0  \n"
-        "UPDATE SalesCode SET QA1= ' ' ,QA2= ' ',QA3= ' '  \n"
-    );
+    testing_support::expectFile("db/names_upgrade.txt", lines(changes()));
     EXPECT_TRUE(columns("SalesCode").ends_with("Status ResetQ1 QA1 ResetQ2 QA2 ResetQ3 QA3 "));
     EXPECT_EQ(query("SELECT ResetQ3 FROM SalesCode"), "0");
     EXPECT_EQ(db::moneyFrom(query("SELECT LayawayBalance FROM Names")), util::Money());

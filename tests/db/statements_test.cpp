@@ -6,6 +6,7 @@
 #include "support/json.h"
 #include "util/conversions.h"
 
+#include <map>
 #include <set>
 
 namespace {
@@ -117,34 +118,24 @@ private:
 INSTANTIATE_TEST_SUITE_P(Store, ObservedRows, ::testing::ValuesIn(storeAdapters()), adapterName);
 
 struct Shape {
-    std::string_view name;
     std::int16_t operation;
     bool isDirect = false;
 };
 
-constexpr Shape kShapes[] = {
-    {"=", db::opEqual},
-    {">", db::opGreater},
-    {">=", db::opGreaterEqual},
-    {"<", db::opLess},
-    {"<=", db::opLessEqual},
-    {"first", db::opGetFirst},
-    {"last", db::opGetLast},
-    {"next", db::opGetNext},
-    {"previous", db::opGetPrevious},
-    {"field=", db::opEqual, true},
-    {"field>=", db::opGreaterEqual, true},
-    {"field<", db::opLess, true},
+const std::map<std::string, Shape> kShapes = {
+    {"=", {db::opEqual}},
+    {">", {db::opGreater}},
+    {">=", {db::opGreaterEqual}},
+    {"<", {db::opLess}},
+    {"<=", {db::opLessEqual}},
+    {"first", {db::opGetFirst}},
+    {"last", {db::opGetLast}},
+    {"next", {db::opGetNext}},
+    {"previous", {db::opGetPrevious}},
+    {"field=", {db::opEqual, true}},
+    {"field>=", {db::opGreaterEqual, true}},
+    {"field<", {db::opLess, true}},
 };
-
-Shape shapeOf(const std::string& name) {
-    for (const Shape& shape : kShapes) {
-        if (shape.name == name) {
-            return shape;
-        }
-    }
-    throw std::runtime_error("no such shape: " + name);
-}
 
 /// A statement whose texts lack the blanks at their ends; a blank between a comparison and its text
 /// stays.
@@ -166,7 +157,7 @@ TEST_P(ObservedRows, comeBackForTheSameStatements) {
         SCOPED_TRACE(query["sql"].text());
         const std::string name = query["table"].text();
         const std::int16_t table = numberOf(name);
-        const Shape shape = shapeOf(query["shape"].text());
+        const Shape shape = kShapes.at(query["shape"].text());
         auto key = static_cast<std::int16_t>(query["key"].integer());
         // Given
         if (shape.isDirect) {

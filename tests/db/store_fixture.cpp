@@ -66,6 +66,15 @@ void StoreTest::endProgram() {
     db::resetEngine();
 }
 
+bool StoreTest::endsProgram(const std::function<void()>& work) {
+    try {
+        work();
+        return false;
+    } catch (const platform::ProgramEnd&) {
+        return true;
+    }
+}
+
 void StoreTest::execute(const std::string& statement) {
     db::connection().execute(statement);
 }

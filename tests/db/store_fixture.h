@@ -10,6 +10,7 @@
 #include "support/watched_store.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,6 +34,8 @@ protected:
     void openStore();
     /// Forgets the engine's state, as the end of the program does.
     void endProgram();
+    /// Does `work`; true when that ended the program.
+    static bool endsProgram(const std::function<void()>& work);
     /// Runs a statement past the engine.
     static void execute(const std::string& statement);
     /// First column of the first row of a statement, as text.

@@ -4,6 +4,7 @@
 #include "db/nuvDBSM_SalesItem.h"
 #include "export/list_exports.h"
 #include "export/list_fixture.h"
+#include "support/table_file.h"
 #include "windows/FrmQuickSetUP.h"
 
 namespace {
@@ -242,129 +243,21 @@ TEST_F(ListExports, theVendorOfAnItemIsAskedForOnceBeforeItsExport) {
     }
 }
 
-struct ManualCase {
-    const char* given;
-    const char* box;
-    const char* field;
-    const char* text;
-    const char* label;  ///< text of the label when the run has ended
-    const char* log;    ///< part of the log; empty: nothing is said
-    const char* entry;  ///< entry that stands in the books afterwards; empty: none is asked for
-};
-
 TEST_F(ListExports, manualRunsSendOneRecordAndTouchNoMark) {
-    constexpr ManualCase kCases[] = {
-        {"a customer without balance",
-         "chkNameManual",
-         "txtNameManual",
-         "O'Brien0001",
-         "O'Brien0001                                             ",
-         "",
-         "O'Brien0001"},
-        {"a customer that is nowhere",
-         "chkNameManual",
-         "txtNameManual",
-         "NO'ONE",
-         "ERROR: ARCode = NO'ONE Not in database!!!",
-         "ERROR: ARCode = NO'ONE Not In Database!!!",
-         ""},
-        {"no customer", "chkNameManual", "txtNameManual", "  ", "No Names exported", "", ""},
-        {"an item in display form",
-         "chkInvtManual",
-         "txtInventoryManual",
-         "1000018.A",
-         "Enamel Mug                     1000018A",
-         "",
-         "1000018.A"},
-        {"an item with wildcards",
-         "chkInvtManual",
-         "txtInventoryManual",
-         "%'",
-         "The SL you Enter %' is Not in database.",
-         "",
-         ""},
-        {"a vendor",
-         "chkVendorManual",
-         "txtVendorManual",
-         "forge",
-         "Done Vendor List export",
-         "",
-         "FORGE"},
-        {"a vendor that is nowhere",
-         "chkVendorManual",
-         "txtVendorManual",
-         "NONE",
-         "ERROR: Vendor = NONE Not in database!!!",
-         "ERROR: Vendor = NONE Not In Database!!!",
-         ""},
-        {"a tender",
-         "chktenderManual",
-         "txtTenderManual",
-         "4",
-         "Done Tender Types Export",
-         "",
-         "Visa Debit Card"},
-        {"a letter in the tender's number",
-         "chktenderManual",
-         "txtTenderManual",
-         "4a",
-         "Invalid input. Please enter ID number only",
-         "",
-         ""},
-        {"a tender that is nowhere",
-         "chktenderManual",
-         "txtTenderManual",
-         "77",
-         "No Tender exported",
-         "",
-         ""},
-        {"a sales code",
-         "chkSalesCodeManual",
-         "txtSalescodeManual",
-         "ben",
-         "Done Employee/SalesCode Export",
-         "",
-         "Ben O'Hara Rep"},
-        {"a sales code that is nowhere",
-         "chkSalesCodeManual",
-         "txtSalescodeManual",
-         "ZED",
-         "ERROR: SalesCode = ZED Not in database!!!",
-         "ERROR: SalesCode = ZED Not In Database!!!",
-         ""},
-        {"an order", "chkPOHisManual", "txtPOHisPONum", "PO101", "Done PO Manual Export", "", ""},
-        {"an order that is nowhere",
-         "chkPOHisManual",
-         "txtPOHisPONum",
-         "PO999",
-         "ERROR: POHistory = PO999 Not in database!!!",
-         "ERROR: POHistory = PO999 Not In Database!!!",
-         ""},
-        {"a sale that is nowhere",
-         "chkManual",
-         "txtInvoiceManual",
-         "77",
-         "ERROR: Sales Invoice = 77 Not in database!!!",
-         "ERROR: Sales Invoice = 77 Not In Database!!!",
-         ""},
-    };
-    for (const ManualCase& row : kCases) {
-        SCOPED_TRACE(row.given);
+    // The label's text when the run has ended, part of the log, and an entry in the books
+    // afterwards; empty: nothing is said, and no entry is asked for.
+    for (const auto& [given, box, field, text, label, log, entry] :
+         testing_support::tableRows<7>("export/manual_runs.json")) {
+        SCOPED_TRACE(given);
         const std::size_t logged = fileText("QBLINK.LOG").size();
-        typeManual(row.box, row.field, row.text);
+        typeManual(box, field, text);
         click("CmdManual");
-        EXPECT_EQ(status(), row.label);
+        EXPECT_EQ(status(), label);
         const std::string news = fileText("QBLINK.LOG").substr(logged);
-        if (*row.log == '\0') {
-            EXPECT_EQ(news, "");
-        } else {
-            EXPECT_NE(news.find(row.log), std::string::npos) << news;
-        }
-        if (*row.entry != '\0') {
-            EXPECT_TRUE(booksName(row.entry));
-        }
-        setup->setOn(row.box, false);
-        setup->raise(row.box, ui::Signal::click);
+        EXPECT_TRUE(log.empty() ? news.empty() : news.find(log) != std::string::npos) << news;
+        EXPECT_TRUE(entry.empty() || booksName(entry));
+        setup->setOn(box, false);
+        setup->raise(box, ui::Signal::click);
     }
     EXPECT_EQ(transactions("PurchaseOrder").size(), 1U);
     EXPECT_EQ(mark("Last Purchase Order UID"), "");

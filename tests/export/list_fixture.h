@@ -22,7 +22,7 @@ protected:
         exportChecked(list);
         setup->setOn("chkExport", false, list);
     }
-    void typeManual(const char* box, const char* field, const char* text) {
+    void typeManual(const std::string& box, const std::string& field, const std::string& text) {
         setup->setOn(box, true);
         setup->raise(box, ui::Signal::click);
         setup->setText(field, text);

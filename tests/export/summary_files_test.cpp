@@ -1,4 +1,5 @@
 #include "export/summary_files.h"
+#include "support/table_file.h"
 #include "util/basic_error.h"
 #include "util/conversions.h"
 
@@ -22,99 +23,14 @@ std::string rowsOf(const SummaryDay& day) {
     return text;
 }
 
-struct DayCase {
-    const char* given;
-    const char* text;
-    const char* rows;
-    bool hasSales;
-    const char* taxItem;
-};
-constexpr DayCase kDays[] = {
-    {"a file without a line", "", "", false, ""},
-    {"lines without a separator are no records", "Totals\n\n0100\n", "", false, ""},
-    {"CR and LF, LF, CR and no end at all",
-     "0100|a|1.00\r\n0200|b|2.00\n0300|c|3.00\r0400|d|4.00",
-     "0100/a/1.00 0200/b/2.00 0300/c/3.00 0400/d/4.00 ",
-     true,
-     ""},
-    {"further fields do not count", "0100|a|1.00|x|y\n", "0100/a/1.00 ", true, ""},
-    {"fields are not trimmed", " 0100| a |1.00\n", " 0100/ a /1.00 ", false, ""},
-    {"a day with sales keeps its zeros",
-     "0100|a|1.00\n0011|Cash|0.00\n",
-     "0100/a/1.00 0011/Cash/0.00 ",
-     true,
-     ""},
-    {"a day without sales keeps its amounts only",
-     "0100|a|0.00\n0011|Cash|3.00\n0012|Check|0\n",
-     "0011/Cash/3.00 ",
-     false,
-     ""},
-    {"a zero in other words is an amount", "0100|a|0\n", "0100/a/0.00 ", true, ""},
-    {"a negative category is a day with sales", "0500|a|-1.00\n", "0500/a/-1.00 ", true, ""},
-    {"the last category without an amount counts once there were sales",
-     "0600|a|0.00\n0100|b|1.00\n0600|c|0.00\n",
-     "0100/b/1.00 0600/c/0.00 ",
-     true,
-     ""},
-    {"the last category's description is not looked at before that",
-     "0600|Sales N|0.00\n0100|b|1.00\n",
-     "0100/b/1.00 ",
-     true,
-     ""},
-    {"tax collected counts behind sales only",
-     "0700|Sales Tax Collected|1.00\n0100|a|1.00\n0700|Sales Tax Collected A|2.00\n",
-     "0100/a/1.00 0700/Sales Tax Collected A/2.00 ",
-     true,
-     ""},
-    {"other taxes are dropped, amount or not",
-     "0700|Sales Tax A|1.00\n0700|Sales Tax\n0100|a|1.00\n",
-     "0100/a/1.00 ",
-     true,
-     ""},
-    {"letter case counts", "0700|sales tax A|1.00\n", "0700/sales tax A/1.00 ", false, ""},
-    {"a rounding without amount is dropped",
-     "0800|TaxRounding|0\n0800|TaxRounding|\n0800|TaxRounding|-0.01\n",
-     "0800/TaxRounding/-0.01 ",
-     false,
-     ""},
-    {"a category of seven characters names the tax item",
-     "0100|Sales B|1.00\n0200|Sales C|1.00\n",
-     "0100/Sales B/1.00 0200/Sales C/1.00 ",
-     true,
-     "B"},
-    {"six and eight characters name none",
-     "0100|Sale B|1.00\n0200|Sales BB|1.00\n",
-     "0100/Sale B/1.00 0200/Sales BB/1.00 ",
-     true,
-     ""},
-    {"untaxed sales name the untaxed item, blanks around them or not",
-     "0600| Sales No Tax |1.00\n0100|Sales B|1.00\n",
-     "0600/ Sales No Tax /1.00 0100/Sales B/1.00 ",
-     true,
-     "Non"},
-    {"the code Othe names no tax item, the code Other does",
-     "Othe|Sales A|1.00\nOther|Sales B|1.00\n",
-     "Othe/Sales A/1.00 Other/Sales B/1.00 ",
-     false,
-     "B"},
-    {"a record that is left out for its zero names it all the same",
-     "0100|Sales B|0.00\n0011|Cash|1.00\n",
-     "0011/Cash/1.00 ",
-     false,
-     "B"},
-};
-
-void expectDay(const DayCase& row) {
-    const SummaryDay day = readSummary(row.text);
-    EXPECT_EQ(rowsOf(day), row.rows);
-    EXPECT_EQ(day.hasSales, row.hasSales);
-    EXPECT_EQ(day.taxItem, row.taxItem);
-}
-
 TEST(SummaryFiles, keepTheRecordsThatArePosted) {
-    for (const DayCase& row : kDays) {
-        SCOPED_TRACE(row.given);
-        expectDay(row);
+    for (const auto& [given, text, rows, hasSales, taxItem] :
+         testing_support::tableRows<5>("export/summary_days.json")) {
+        SCOPED_TRACE(given);
+        const SummaryDay day = readSummary(text);
+        EXPECT_EQ(rowsOf(day), rows);
+        EXPECT_EQ(day.hasSales, hasSales == "yes");
+        EXPECT_EQ(day.taxItem, taxItem);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "export/summary_export.h"
 #include "platform/ports/platform.h"
 #include "support/link_fixture.h"
+#include "support/standing_clock.h"
 #include "ui/form.h"
 #include "windows/FrmSummaryExport.h"
 
@@ -65,15 +66,6 @@ protected:
     }
 
 private:
-    /// Pauses that were asked for; none is made.
-    class StandingClock : public platform::ClockPort {
-    public:
-        [[nodiscard]] util::DateTime now() const override {
-            return {util::dayNumber({2015, 1, 12}), 0};
-        }
-        void sleep(int milliseconds) override { pauses.push_back(milliseconds); }
-        std::vector<int> pauses;
-    };
     class Progress : public ui::FormObserver {
     public:
         void controlChanged(ui::Form&, const ui::ControlState& control) override {
@@ -91,7 +83,7 @@ private:
     }
 
     platform::ClockPort* ownClock_ = nullptr;
-    StandingClock clock_;
+    testing_support::StandingClock clock_{{2015, 1, 12}};
     Progress progress_;
     FrmSummaryExport window_;
 };

@@ -15,11 +15,13 @@
 #include "qb/wire_values.h"
 #include "support/json.h"
 
+#include <functional>
 #include <map>
 
 namespace testing_support {
 
 using util::Money;
+using Call = std::function<LegacyBool(bool flawed)>;
 
 static Money cents(std::int64_t value) {
     return Money::fromRaw(value * 100);
@@ -88,14 +90,17 @@ clsQBInventory item(const char* name) {
     return given;
 }
 
+/// What adds the item of a name in one of the ways.
 template <LegacyBool (clsQBInventory::*add)()>
-static LegacyBool addItem(const char* name) {
-    clsQBInventory given = item(name);
-    return (given.*add)();
+static Call adding(const char* name) {
+    return [name](bool /*flawed*/) {
+        clsQBInventory given = item(name);
+        return (given.*add)();
+    };
 }
 
 LegacyBool addStock(bool /*flawed*/) {
-    return addItem<&clsQBInventory::InvtAddNewReq>("1000001.2");
+    return item("1000001.2").InvtAddNewReq();
 }
 
 static LegacyBool changeStock(bool flawed) {
@@ -107,27 +112,11 @@ static LegacyBool changeStock(bool flawed) {
     return given.InvtModifyReq();
 }
 
-static LegacyBool addBoughtAndSold(bool /*flawed*/) {
-    return addItem<&clsQBInventory::NonInvtWithCostAddNewReq>("KIT");
-}
-
-static LegacyBool addSoldOnly(bool /*flawed*/) {
-    return addItem<&clsQBInventory::NonInvtAddNewReq>("MATRIX");
-}
-
-static LegacyBool addCharge(bool /*flawed*/) {
-    return addItem<&clsQBInventory::OtherChargeAddNewReq>("FREIGHT");
-}
-
 static LegacyBool addTaxItem(bool /*flawed*/) {
     clsQBInventory given = item("A");
     given.SalesTaxCode = "7.5%";
     given.PrefVendor = "Sales Tax Agency";
     return given.SalesTaxInvtAddNewReq();
-}
-
-static LegacyBool addTaxCode(bool /*flawed*/) {
-    return addItem<&clsQBInventory::SalesTaxCodeAddNewReq>("A");
 }
 
 static LegacyBool addPaymentItem(bool /*flawed*/) {
@@ -284,8 +273,6 @@ std::string noRecord(const std::string& kind, const std::string& name, const std
            "the list.";
 }
 
-using Call = LegacyBool (*)(bool flawed);
-
 /// What makes each request, by the name of its document.
 static const std::map<std::string, Call> kCalls = {
     {"vendor_add", addVendor},
@@ -294,11 +281,11 @@ static const std::map<std::string, Call> kCalls = {
     {"customer_mod", changeCustomer},
     {"item_inventory_add", addStock},
     {"item_inventory_mod", changeStock},
-    {"item_with_cost", addBoughtAndSold},
-    {"item_sold_only", addSoldOnly},
-    {"item_other_charge", addCharge},
+    {"item_with_cost", adding<&clsQBInventory::NonInvtWithCostAddNewReq>("KIT")},
+    {"item_sold_only", adding<&clsQBInventory::NonInvtAddNewReq>("MATRIX")},
+    {"item_other_charge", adding<&clsQBInventory::OtherChargeAddNewReq>("FREIGHT")},
     {"item_sales_tax", addTaxItem},
-    {"sales_tax_code", addTaxCode},
+    {"sales_tax_code", adding<&clsQBInventory::SalesTaxCodeAddNewReq>("A")},
     {"item_payment", addPaymentItem},
     {"employee_add", addEmployee},
     {"other_name_add", addOtherName},

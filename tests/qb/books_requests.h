@@ -7,6 +7,7 @@
 #include "qb/clsQBSales.h"
 #include "util/legacy_bool.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,7 @@ enum class Log { nothing, text, rawAndText };
 struct Post {
     std::string name;     ///< of its expected document, below tests/data/qb
     std::string element;  ///< of its document
-    LegacyBool (*call)(bool flawed);
+    std::function<LegacyBool(bool flawed)> call;
     std::string literal;  ///< in front of the texts of the company file
     std::string refusal;
     Log log = Log::nothing;

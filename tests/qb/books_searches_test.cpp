@@ -14,6 +14,7 @@
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
 #include "support/expected_file.h"
+#include "util/basic_error.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ void addCustomer(const char* name, const char* mark) {
     clsQBCustomer customer;
     customer.Name = name;
     customer.City = mark;
+    customer.ReadAddress1 = "1 Main Street";
     customer.SalesTaxCode = "Tax";
     customer.Terms = "Net 30";
     customer.JobType = "Residential";
@@ -235,8 +237,10 @@ TEST_F(BookSearches, readTheRecordThatTheirRuleChooses) {
     gNames.ARCode = std::string_view("ABC");
     clsQBCustomer exact;
     exact.Name = "ABC";
+    exact.Address1 = exact.Phone = "stays";
     EXPECT_EQ(exact.CustomerSearchRq(), kYes);
-    EXPECT_EQ(exact.City, "here");
+    EXPECT_EQ(exact.City + exact.ReadAddress1, "here1 Main Street");
+    EXPECT_EQ(exact.Address1 + exact.Phone, "staysstays");
     EXPECT_EQ(gnQBReturnedCount, 2);
     EXPECT_EQ(exact.OpenBalance, Money::fromWhole(-5)) << "invoice, credit memo and payment of 5";
 
@@ -251,6 +255,9 @@ TEST_F(BookSearches, readTheRecordThatTheirRuleChooses) {
     other.Name = "AC";
     EXPECT_EQ(other.VendorSearchRq(), kYes);
     EXPECT_EQ(other.Name + other.City, "ACTroy") << "a vendor whose name merely begins alike";
+    other.VendorKeyRet_get(0);
+    EXPECT_EQ(other.Name, "ACME");
+    EXPECT_THROW(other.VendorInfoRet_get(1), util::BasicError);
 
     gInventory.SL = std::string_view("10000012");
     clsQBInventory stock;

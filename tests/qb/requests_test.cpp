@@ -4,6 +4,7 @@
 #include "qb/books_requests.h"
 #include "qb/smQB_Utilities.h"
 #include "qb/wire_values.h"
+#include "support/table_file.h"
 
 namespace {
 
@@ -21,33 +22,20 @@ protected:
 };
 
 TEST_F(Requests, takeTheMemberOfTheSaleThatTheKindAsksFor) {
-    struct Case {
-        const char* given;
-        const char* invoice;
-        const char* credit;
-    };
-    const Case cases[] = {
-        {"A", "Tax", "A"},
-        {" A ", "Tax", " A"},
-        {"", "Tax", "Non"},
-        {"Tax", "Tax", "Tax"},
-        {"0", "Non", "Non"},
-        {" ", "Non", "Non"},
-        {"N", "Non", "N"},
-    };
     const auto sent = [&](const std::string& code) {
         const std::string element = "<CustomerSalesTaxCodeRef><FullName>" + code + "<";
         return lastRequest().find(element) != std::string::npos;
     };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.given);
+    for (const auto& [member, invoice, credit] :
+         testing_support::tableRows<3>("qb/tax_codes.json")) {
+        SCOPED_TRACE(member);
         clsQBSales given = sale();
-        given.TaxCode = row.given;
+        given.TaxCode = member;
         given.CreditMemoAddRq();
-        EXPECT_TRUE(sent(row.credit)) << company.sent.back();
+        EXPECT_TRUE(sent(credit)) << company.sent.back();
         given.InvoiceAddRq();
-        EXPECT_TRUE(sent(row.invoice)) << company.sent.back();
-        EXPECT_EQ(given.TaxCode, row.invoice);
+        EXPECT_TRUE(sent(invoice)) << company.sent.back();
+        EXPECT_EQ(given.TaxCode, invoice);
     }
     for (const auto& [file, rate, code] :
          {std::tuple{"x.qbw", 0.0F, "A"}, {" ", 0.0F, "Non"}, {"", 8.25F, "A"}}) {

@@ -1,6 +1,7 @@
 #include "core/brv_op.h"
 #include "qb/gateway_fixture.h"
 #include "qb/smQB_Utilities.h"
+#include "support/table_file.h"
 
 namespace {
 
@@ -72,46 +73,13 @@ TEST_F(Session, opensUnderTheFixedIdentifierAndStaysUnitedStatesForACanadianFile
 }
 
 TEST_F(Session, tellsWhyItDidNotOpen) {
-    struct Case {
-        const char* step;
-        std::int32_t number;
-        const char* box;
-        bool ends;
-        const char* lastCall;
-    };
-    const Case cases[] = {
-        {"make",
-         429,
-         "Dll Missing|QBFC13.dll is missing, please reinstall them by using the QBFC13 "
-         "installers",
-         false,
-         ""},
-        {"begin",
-         platform::kNotRunning,
-         "NUV Brevane|You must have QuickBooks running with the "
-         "company\r\nfile open to use this program.",
-         true,
-         "close"},
-        {"begin",
-         platform::kFileInUse,
-         "NUV Brevane|This QuickBooks company file is open in single "
-         "user mode and\r\nanother application is already accessing it.  Please exit "
-         "the\r\nother application and run this application again.",
-         true,
-         "close"},
-        {"exchange",
-         -2147220463,
-         "NUV Brevane|Error in OpenConnectionBeginSession\r\nHRESULT = "
-         "-2147220463 (80040411) \r\n\r\nwhy",
-         false,
-         "close"},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.number);
+    for (const auto& [given, step, number, box, ends, lastCall] :
+         testing_support::tableRows<6>("qb/unopened_sessions.json")) {
+        SCOPED_TRACE(given);
         qb::resetGateway();
         company.calls.clear();
         company.failures.clear();
-        company.failures.emplace(row.step, PlatformError(row.number, "why"));
+        company.failures.emplace(step, PlatformError(std::stoi(number), "why"));
         gbConnectionReady = kYes;
         bool ended = false;
         try {
@@ -119,10 +87,10 @@ TEST_F(Session, tellsWhyItDidNotOpen) {
         } catch (const platform::ProgramEnd&) {
             ended = true;
         }
-        EXPECT_EQ(ended, row.ends);
+        EXPECT_EQ(ended, ends == "yes");
         EXPECT_EQ(gbConnectionReady, kNo);
-        EXPECT_EQ(boxes(), row.box);
-        EXPECT_EQ(company.calls.empty() ? "" : company.calls.back(), row.lastCall);
+        EXPECT_EQ(boxes(), box);
+        EXPECT_EQ(company.calls.empty() ? "" : company.calls.back(), lastCall);
     }
 }
 

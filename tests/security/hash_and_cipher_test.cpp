@@ -1,5 +1,6 @@
 #include "security/clsEncryption.h"
 #include "security/clsSHA256.h"
+#include "support/table_file.h"
 #include "util/basic_error.h"
 
 #include <fstream>
@@ -154,27 +155,15 @@ TEST(CipherData, usesSixteenBytesOfTheKeyAndFillsAShortOne) {
 
 TEST(CipherData, refusesALyingLength) {
     const Bytes key(16, 1);
-    struct Case {
-        const char* given;
-        const char* block;  ///< before it is enciphered
-        std::size_t length;
-    };
-    constexpr Case kCases[] = {
-        {"as long as the data", "0c000000414141414141414141414141", 12},
-        {"one more than the data", "0d000000414141414141414141414141", 0},
-        {"a length that counts the length field", "10000000414141414141414141414141", 0},
-        {"the greatest", "ffffff7f414141414141414141414141", 0},
-        {"minus one", "ffffffff414141414141414141414141", 0},
-        {"the least", "00000080414141414141414141414141", 0},
-        {"nothing", "00000000414141414141414141414141", 0},
-    };
-    for (const auto& [given, block, length] : kCases) {
+    // The block before it is enciphered, and how much it gives.
+    for (const auto& [given, block, length] :
+         testing_support::tableRows<3>("security/lying_lengths.json")) {
         SCOPED_TRACE(given);
         clsEncryption cipher;
         cipher.gkey(4, 4, key);
         Bytes stored = bytesOfHex(block);
         cipher.Encrypt(stored);
-        EXPECT_EQ(cipher.DecryptData(stored, key).size(), length);
+        EXPECT_EQ(std::to_string(cipher.DecryptData(stored, key).size()), length);
     }
     for (const std::size_t size : {0, 1, 15, 17, 31}) {
         SCOPED_TRACE(std::to_string(size) + " bytes are no whole blocks");
@@ -200,19 +189,10 @@ TEST(Secret, isOverwrittenAfterUse) {
 }
 
 TEST(Secret, comparesByteByByte) {
-    struct Case {
-        const char* left;
-        const char* right;
-        bool same;
-    };
-    for (const auto& [left, right, same] :
-         {Case{"", "", true},
-          Case{"abc", "abc", true},
-          Case{"abc", "abd", false},
-          Case{"abc", "Abc", false},
-          Case{"abc", "ab", false},
-          Case{"", "a", false}}) {
-        EXPECT_EQ(security::sameSecret(left, right), same) << left << " and " << right;
+    EXPECT_TRUE(security::sameSecret("", ""));
+    EXPECT_TRUE(security::sameSecret("abc", "abc"));
+    for (const char* const other : {"abd", "Abc", "ab", "abcd", ""}) {
+        EXPECT_FALSE(security::sameSecret("abc", other)) << other;
     }
     EXPECT_FALSE(security::sameSecret(std::string("a\0b", 3), std::string("a\0c", 3)));
 }

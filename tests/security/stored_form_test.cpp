@@ -111,20 +111,10 @@ TEST(UserKey, followsCodeShortCutAndFirstDigitOfTheStore) {
         holdUser(store);
         return gfsUserKeyOld();
     };
-    struct Case {
-        const char* given;
-        std::int16_t store;
-        std::int16_t same;
-    };
-    constexpr Case kCases[] = {
-        {"two digits", 12, 1},
-        {"five digits", 32767, 3},
-        {"a negative number", -5, 0},
-        {"the least number", -32768, 0},
-    };
-    for (const auto& [given, store, same] : kCases) {
-        SCOPED_TRACE(given);
-        EXPECT_EQ(older(store), older(same));
+    // Of two or five digits, negative and the least of all.
+    for (const auto& [store, same] :
+         {std::pair<std::int16_t, std::int16_t>{12, 1}, {32767, 3}, {-5, 0}, {-32768, 0}}) {
+        EXPECT_EQ(older(store), older(same)) << store;
     }
     for (std::int16_t store = 1; store < 10; ++store) {
         EXPECT_NE(older(store), older(static_cast<std::int16_t>(store - 1)));

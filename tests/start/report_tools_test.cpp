@@ -1,5 +1,6 @@
 #include "samplestore/store_writer.h"
 #include "support/link_fixture.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
 
 #include <cstdlib>
@@ -54,59 +55,12 @@ TEST_F(ReportTools, writeForNobodyElse) {
     }
 }
 
-struct LineCase {
-    const char* given;
-    const char* line;
-    int status;
-    const char* file;
-};
-
-constexpr LineCase kLines[] = {
-    {"a day's totals",
-     "reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2015|TODATE=1/5/2015'",
-     0,
-     "Summary20150105.txt"},
-    {"a range bears the name of its last day",
-     "reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2015|TODATE=1/6/2015'",
-     0,
-     "Summary20150106.txt"},
-    {"a day without sales",
-     "reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2010|TODATE=1/5/2010'",
-     0,
-     ""},
-    {"no arguments", "reports.exe", 64, ""},
-    {"the arguments in another order",
-     "reports.exe /OUTPUT=A /AUTORUN=A '/|FROMDATE=1/5/2015|TODATE=1/5/2015'",
-     64,
-     ""},
-    {"an argument is missing", "reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2015'", 64, ""},
-    {"a date that is none",
-     "reports.exe /AUTORUN=A /OUTPUT=A '/|FROMDATE=1/5/2015|TODATE='",
-     1,
-     ""},
-    {"the day's orders",
-     "POSummaryRpt.exe '|START=1/5/2015' '|END=1/6/2015' '|STORE=1|EXPORT=Y'",
-     0,
-     "POSummary20150106.txt"},
-    {"a suite of several stores names none",
-     "POSummaryRpt.exe '|START=1/5/2015' '|END=1/6/2015' '|STORE=|EXPORT=Y'",
-     0,
-     "POSummary20150106.txt"},
-    {"words behind the last argument",
-     "POSummaryRpt.exe '|START=1/5/2015' '|END=1/6/2015' '|STORE=1|EXPORT=Yes'",
-     64,
-     ""},
-    {"no export is asked for",
-     "POSummaryRpt.exe '|START=1/5/2015' '|END=1/6/2015' '|STORE=1'",
-     64,
-     ""},
-};
-
 TEST_F(ReportTools, takeTheirCommandLineAndNoOther) {
-    for (const LineCase& row : kLines) {
-        SCOPED_TRACE(row.given);
-        EXPECT_EQ(run(row.line), row.status);
-        EXPECT_EQ(takeFiles(), row.file);
+    for (const auto& [given, line, status, file] :
+         testing_support::tableRows<4>("start/report_tools.json")) {
+        SCOPED_TRACE(given);
+        EXPECT_EQ(std::to_string(run(line)), status);
+        EXPECT_EQ(takeFiles(), file);
     }
 }
 

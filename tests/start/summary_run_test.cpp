@@ -4,6 +4,8 @@
 #include "samplestore/store_writer.h"
 #include "support/link_fixture.h"
 #include "support/standing_clock.h"
+#include "support/table_file.h"
+#include "util/conversions.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -133,131 +135,23 @@ private:
     platform::ClockPort* nativeClock_ = nullptr;
 };
 
-struct RunCase {
-    const char* given;
-    const char* daily;   ///< "Post Daily Totals"
-    const char* orders;  ///< "Post Purchase Order Totals"
-    const char* to;      ///< last day; the first is 1/5/2015
-    std::vector<std::string> files;
-    const char* events;
-    const char* last;  ///< "Last Date Posted" at the end
-    bool noSalesBox = false;
-};
-
-const RunCase kRuns[] = {
-    {"each day on its own, with its orders",
-     "",
-     "",
-     "1/6/2015",
-     {"Summary20150105.txt",
-      "POSummary20150105.txt",
-      "Summary20150106.txt",
-      "POSummary20150106.txt"},
-     "accepted, last 1/6/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/5/2015\n"
-     "run POSummaryRpt.exe |START=1/5/2015 |END=1/5/2015 |STORE=1|EXPORT=Y\n"
-     "post 1/5/2015 [Summary20150105.txt ] [POSummary20150105.txt ] Export Complete\n"
-     "pause 5000, last spoilt\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/6/2015|TODATE=1/6/2015\n"
-     "run POSummaryRpt.exe |START=1/6/2015 |END=1/6/2015 |STORE=1|EXPORT=Y\n"
-     "post 1/6/2015 [Summary20150106.txt ] [POSummary20150106.txt ] Export Complete\n"
-     "pause 5000, last spoilt\n",
-     "1/6/2015"},
-    {"a second day without sales keeps the first day's file",
-     "Yes",
-     "No",
-     "1/6/2015",
-     {"Summary20150105.txt"},
-     "accepted, last 1/6/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/5/2015\n"
-     "post 1/5/2015 [Summary20150105.txt ] [] Export Complete\n"
-     "pause 5000, last spoilt\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/6/2015|TODATE=1/6/2015\n"
-     "post 1/6/2015 [Summary20150105.txt ] [] Export Complete\n"
-     "pause 5000, last spoilt\n",
-     "1/6/2015"},
-    {"orders alone are posted in a daily run",
-     "Yes",
-     "Yes",
-     "1/5/2015",
-     {"POSummary20150105.txt"},
-     "accepted, last 1/5/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/5/2015\n"
-     "run POSummaryRpt.exe |START=1/5/2015 |END=1/5/2015 |STORE=1|EXPORT=Y\n"
-     "post 1/5/2015 [] [POSummary20150105.txt ] Export Complete\n"
-     "pause 5000, last spoilt\n",
-     "1/5/2015"},
-    {"sales alone are not posted in a daily run with orders",
-     "Yes",
-     "yes",
-     "1/5/2015",
-     {"Summary20150105.txt"},
-     "accepted, last 1/5/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/5/2015\n"
-     "run POSummaryRpt.exe |START=1/5/2015 |END=1/5/2015 |STORE=1|EXPORT=Y\n"
-     "pause 5000, last 1/5/2015\n",
-     "1/5/2015"},
-    {"an empty range runs nothing in a daily run",
-     "Yes",
-     "Yes",
-     "1/4/2015",
-     {},
-     "accepted, last 1/4/2015\n",
-     "1/4/2015"},
-    {"one pass for the range",
-     "No",
-     "Yes",
-     "1/6/2015",
-     {"Summary20150106.txt", "POSummary20150106.txt"},
-     "accepted, last 1/6/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/6/2015\n"
-     "run POSummaryRpt.exe |START=1/5/2015 |END=1/6/2015 |STORE=1|EXPORT=Y\n"
-     "post 1/5/2015 [Summary20150106.txt ] [POSummary20150106.txt ] Export Complete\n",
-     "1/6/2015"},
-    {"orders alone are not posted in a range run",
-     "No",
-     "Yes",
-     "1/6/2015",
-     {"POSummary20150106.txt"},
-     "accepted, last 1/6/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/6/2015\n"
-     "run POSummaryRpt.exe |START=1/5/2015 |END=1/6/2015 |STORE=1|EXPORT=Y\n",
-     "1/6/2015",
-     true},
-    {"a range without orders runs one tool",
-     "No",
-     "No",
-     "1/6/2015",
-     {"Summary20150106.txt", "POSummary20150106.txt"},
-     "accepted, last 1/6/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/6/2015\n"
-     "post 1/5/2015 [Summary20150106.txt ] [] Export Complete\n",
-     "1/6/2015"},
-    {"a range that ends before it begins goes to the tools as it stands",
-     "No",
-     "No",
-     "1/4/2015",
-     {},
-     "accepted, last 1/4/2015\n"
-     "run reports.exe /AUTORUN=A /OUTPUT=A /|FROMDATE=1/5/2015|TODATE=1/4/2015\n",
-     "1/4/2015",
-     true},
-};
-
 TEST_F(SummaryRun, runsToolsAndPostsInOrder) {
-    for (const RunCase& row : kRuns) {
-        SCOPED_TRACE(row.given);
+    // The first day is 1/5/2015; "Post Daily Totals", "Post Purchase Order Totals", the last day,
+    // the files that the tools leave, the events, and "Last Date Posted" at the end.
+    for (const auto& [given, daily, orders, to, files, expected, last, noSalesBox] :
+         testing_support::tableRows<8>("start/summary_runs.json")) {
+        SCOPED_TRACE(given);
         events.clear();
         fs::remove_all(folder() + "/export");
         set("Last Date Posted", "1/4/2015");
-        set("Post Daily Totals", row.daily);
-        set("Post Purchase Order Totals", row.orders);
-        tools.files = row.files;
-        accept("1/5/2015", row.to);
+        set("Post Daily Totals", daily);
+        set("Post Purchase Order Totals", orders);
+        tools.files = util::split(files, ' ');
+        accept("1/5/2015", to);
         EXPECT_TRUE(run());
-        EXPECT_EQ(events, row.events);
-        EXPECT_EQ(setting("Last Date Posted"), row.last);
-        EXPECT_EQ(saysInBox("No sales data exported"), row.noSalesBox);
+        EXPECT_EQ(events, expected);
+        EXPECT_EQ(setting("Last Date Posted"), last);
+        EXPECT_EQ(saysInBox("No sales data exported"), noSalesBox == "yes");
     }
 }
 

@@ -1,5 +1,6 @@
-#include "support/json.h"
+#include "support/table_file.h"
 #include "util/conversions.h"
+#include "util/value.h"
 
 #include <functional>
 #include <map>
@@ -49,44 +50,41 @@ double doubleOf(const Json& example) {
     return type == "currency" ? Money::fromDecimal(value).toDouble() : std::stod(value);
 }
 
-using Form = std::function<std::string(const std::string&, const std::string&)>;
-
-// How a value of each type takes a pattern, and its general form.
-const std::map<std::string, Form> kFormats = {
-    {"text", [](const auto& value, const auto& pattern) { return util::format(value, pattern); }},
-    {"double",
-     [](const auto& value, const auto& pattern) {
-         return util::format(std::stod(value), pattern);
-     }},
-    {"single",
-     [](const auto& value, const auto& pattern) {
-         return util::format(std::stof(value), pattern);
-     }},
-    {"currency",
-     [](const auto& value, const auto& pattern) {
-         return util::format(Money::fromDecimal(value), pattern);
-     }},
-    {"integer",
-     [](const auto& value, const auto& pattern) {
-         return util::format(std::int64_t{std::stoi(value)}, pattern);
-     }},
-    {"long",
-     [](const auto& value, const auto& pattern) {
-         return util::format(std::int64_t{std::stol(value)}, pattern);
-     }},
-    {"date",
-     [](const auto& value, const auto& pattern) { return util::format(momentOf(value), pattern); }},
+/// Texts as values of each type.
+const std::map<std::string, std::function<util::Value(const std::string&)>> kValues = {
+    {"text", [](const std::string& text) { return text; }},
+    {"double", [](const std::string& text) { return std::stod(text); }},
+    {"single", [](const std::string& text) { return std::stof(text); }},
+    {"currency", [](const std::string& text) { return Money::fromDecimal(text); }},
+    {"integer", [](const std::string& text) { return std::int64_t{std::stoi(text)}; }},
+    {"long", [](const std::string& text) { return std::int64_t{std::stol(text)}; }},
+    {"date", momentOf},
 };
 
-const std::map<std::string, std::function<std::string(const std::string&)>> kTexts = {
-    {"double", [](const auto& value) { return util::textOf(std::stod(value)); }},
-    {"single", [](const auto& value) { return util::textOf(std::stof(value)); }},
-    {"currency", [](const auto& value) { return util::textOf(Money::fromDecimal(value)); }},
-    {"boolean", [](const auto& value) { return util::booleanWord(util::toBoolean(value)); }},
-    {"integer", [](const auto& value) { return util::textOf(std::int64_t{std::stoi(value)}); }},
-    {"long", [](const auto& value) { return util::textOf(std::int64_t{std::stol(value)}); }},
-    {"date", [](const auto& value) { return util::textOf(momentOf(value)); }},
+/// A value in a pattern, or in its general form without one.
+struct Written {
+    const std::string* pattern = nullptr;
+
+    template <typename Held>
+    std::string operator()(const Held& held) const {
+        if constexpr (std::is_same_v<Held, std::monostate>) {
+            return "no value";
+        } else if constexpr (std::is_same_v<Held, std::string>) {
+            return util::format(held, *pattern);
+        } else {
+            return pattern == nullptr ? util::textOf(held) : util::format(held, *pattern);
+        }
+    }
 };
+
+std::string written(const Json& example, const std::string* pattern) {
+    if (example["type"].text() == "boolean") {
+        return util::booleanWord(util::toBoolean(example["value"].text()));
+    }
+    return std::visit(
+        Written{pattern}, kValues.at(example["type"].text())(example["value"].bytes())
+    );
+}
 
 bool isText(const Json& example) {
     return example["type"].text() == "text";
@@ -132,16 +130,9 @@ const std::map<std::string, Operation> kOperations = {
       },
       textResult}},
     {"format",
-     {[](const Json& example) {
-          return kFormats.at(example["type"].text()
-          )(example["value"].bytes(), example["pattern"].text());
-      },
+     {[](const Json& example) { return written(example, &example["pattern"].text()); },
       textResult}},
-    {"text_of",
-     {[](const Json& example) {
-          return kTexts.at(example["type"].text())(example["value"].text());
-      },
-      textResult}},
+    {"text_of", {[](const Json& example) { return written(example, nullptr); }, textResult}},
     {"to_integer",
      {[](const Json& example) {
           return numberText(
@@ -234,24 +225,9 @@ TEST(Conversions, giveTheObservedResults) {
 }
 
 TEST(Conversions, takeTheDayFirstInADayFirstStore) {
-    struct Case {
-        const char* text;
-        const char* date;  ///< empty: none
-    };
-    constexpr Case kCases[] = {
-        {"5/1/2024", "2024-01-05"},
-        {"1/31/2024", "2024-01-31"},  // 31 is no month: the two swap
-        {"5/1", "2031-01-05"},
-        {"2024-01-05", "2024-01-05"},  // the year in front fixes the rest
-        {"1/2024", "2024-01-01"},
-        {"5 jan 24 2:00 pm", "2024-01-05"},
-        {"1/2/3/4", ""},
-        {"1/2/", ""},
-        {"Jan Feb 2024", ""},
-        {"1:00 2:00", ""},
-    };
-    for (const auto& [text, expected] : kCases) {
-        SCOPED_TRACE(text);
+    for (const auto& [given, text, expected] :
+         testing_support::tableRows<3>("util/day_first_dates.json")) {
+        SCOPED_TRACE(given);
         const auto date = util::dateFromText(text, util::DateOrder::dayFirst, kCurrentYear);
         EXPECT_EQ(date ? isoDate(*date) : "", expected);
     }

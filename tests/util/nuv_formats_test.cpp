@@ -1,3 +1,4 @@
+#include "support/table_file.h"
 #include "util/nuv_formats.h"
 #include "util/sm_date_time.h"
 #include "util/sm_paths.h"
@@ -5,21 +6,7 @@
 #include <gtest/gtest.h>
 
 TEST(Formats, padsInvoiceNumbersToSevenCharacters) {
-    struct Case {
-        const char* text;
-        const char* padded;
-    };
-    constexpr Case kCases[] = {
-        {"1234", "0001234"},
-        {"12a", "0000012"},
-        {"12345678", "2345678"},
-        {"", "0000000"},
-        {"abc", "0000000"},
-        {" 42 ", "0000042"},
-        {"13.5", "0000014"},
-        {"1e20", "0000000"},
-    };
-    for (const auto& [text, padded] : kCases) {
+    for (const auto& [text, padded] : testing_support::tableRows<2>("util/padded_numbers.json")) {
         SCOPED_TRACE(text);
         EXPECT_EQ(gfsNumber_pad7(text), padded);
     }
@@ -37,24 +24,10 @@ TEST(Formats, turnItemCodesIntoTheirDisplayFormAndBack) {
 }
 
 TEST(Formats, roundHalfAwayFromZeroByA32BitFraction) {
-    struct Case {
-        const char* given;
-        double value;
-        int digits;
-        double expected;
-    };
-    constexpr Case kCases[] = {
-        {"a half goes up", 2.5, 0, 3},
-        {"a negative half goes down", -2.5, 0, -3},
-        {"a double just below a half", 1.005, 2, 1.01},
-        {"less than a half", 2.49, 0, 2},
-        {"nearly a whole", 0.99999999999, 0, 1},
-        {"nothing to round", 12.25, 2, 12.25},
-        {"tens", 15, -1, 20},
-    };
-    for (const auto& [given, value, digits, expected] : kCases) {
+    for (const auto& [given, value, digits, expected] :
+         testing_support::tableRows<4>("util/rounded_numbers.json")) {
         SCOPED_TRACE(given);
-        EXPECT_DOUBLE_EQ(gfdRound(value, digits), expected);
+        EXPECT_DOUBLE_EQ(gfdRound(std::stod(value), std::stoi(digits)), std::stod(expected));
     }
 }
 

@@ -2,22 +2,12 @@
 
 #include <gtest/gtest.h>
 
-TEST(Text, trimsBlanksOnly) {
-    EXPECT_EQ(util::trim("  a b  "), "a b");
-    EXPECT_EQ(util::trim("\ta\t"), "\ta\t");
-    EXPECT_EQ(util::ltrim("  a  "), "a  ");
-    EXPECT_EQ(util::rtrim("Cash                "), "Cash");
-    EXPECT_EQ(util::trim("    "), "");
-}
-
 TEST(Text, knowsWhatIsAboveABlank) {
     EXPECT_FALSE(util::aboveBlank(""));
     EXPECT_FALSE(util::aboveBlank(" "));
     EXPECT_FALSE(util::aboveBlank(std::string_view("\0", 1)));
     EXPECT_TRUE(util::aboveBlank("  "));
     EXPECT_TRUE(util::aboveBlank("A"));
-    EXPECT_EQ(util::compareBinary("2.0", "06.0"), 1);
-    EXPECT_EQ(util::compareBinary("SE", "se"), -1);
 }
 
 TEST(Text, splitsKeepingEmptyPiecesAndComparesNamesWithoutCase) {

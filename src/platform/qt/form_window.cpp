@@ -20,6 +20,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -184,7 +185,9 @@ void FormWindow::present() {
         );
         resize(wanted.expandedTo(sizeHint()));
     }
-    const QRect place = screen()->availableGeometry();
+    // The frame that the window gets has its place on the screen, too.
+    const int frame = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QRect place = screen()->availableGeometry().adjusted(0, 0, 0, -frame);
     resize(size().boundedTo(place.size()));
     const bool isHigh = layout_ != nullptr && layout_->style == layout::Style::loading;
     constexpr int kThird = 3;

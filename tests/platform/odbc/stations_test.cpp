@@ -56,30 +56,6 @@ TEST_P(Stations, ofTwoProcessesLoseNoneOfTheirUpdates) {
     EXPECT_EQ(first("SELECT Hits FROM T"), std::to_string(2 * kRounds));
 }
 
-TEST_P(Stations, thatChangeARowAreNotOverwritten) {
-    execute("Create Table T (N INTEGER NOT NULL, Hits INTEGER, Note CHAR(10))");
-    execute("Create UNIQUE Index idx_0 On T(N)");
-    execute("INSERT INTO T VALUES(1,0,'')");
-    const auto rows = rowsOf("SELECT * FROM T");
-    const pid_t other = fork();
-    if (other == 0) {
-        platform::ignoringErrors([&] {
-            newConnection()->execute("UPDATE T SET Note='theirs', Hits=7 WHERE N=1");
-        });
-        _exit(0);
-    }
-    waitpid(other, nullptr, 0);
-    rows->setValue(2, util::Value(std::string("ours")));
-    EXPECT_EQ(errorOf([&] { rows->update(); }), platform::kRowChangedError);
-    EXPECT_EQ(
-        message,
-        "Row cannot be located for updating. Some values may have been changed since it was last "
-        "read."
-    );
-    EXPECT_EQ(first("SELECT Note FROM T"), "theirs    ");
-    EXPECT_EQ(errorOf([&] { rows->remove(); }), 0);  // its key is as it was read
-}
-
 TEST_P(Stations, ofATableWithoutAKeyChangeOneOfTwoAlikeRowsOrNone) {
     execute("Create Table T (N INTEGER NOT NULL, Hits INTEGER, Note CHAR(10))");
     execute("INSERT INTO T VALUES(1,0,'')");

@@ -13,14 +13,3 @@ TEST(QBElement, makesMissingElementsOnTheWayAndKeepsTheLastText) {
     EXPECT_FALSE(request.has("BillAddress/Addr2"));
     EXPECT_EQ(request.find("BillAddress/Addr2/Deeper").text(), "");
 }
-
-TEST(QBElement, keepsRepeatedLinesApart) {
-    platform::QBElement request("InvoiceAdd");
-    for (const char* amount : {"1.00", "-2.50"}) {
-        request.append("InvoiceLineAdd").at("Amount").setText(amount);
-    }
-    const auto lines = request.all("InvoiceLineAdd");
-    ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0]->find("Amount").text(), "1.00");
-    EXPECT_EQ(lines[1]->find("Amount").text(), "-2.50");
-}

@@ -1,47 +1,27 @@
 #include "core/brv_main.h"
-#include "operator.h"
-#include "platform/ports/platform.h"
-#include "platform/qbxml/session_manager.h"
 #include "platform/qt/busy_bar.h"
-#include "platform/qt/qt_desktop.h"
-#include "platform/standin/standin_channel.h"
-#include "platform/system/file_names.h"
-#include "support/link_fixture.h"
+#include "screen.h"
 
-#include <fstream>
 #include <map>
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
-#include <QUrl>
 #include <gtest/gtest.h>
 
 namespace {
 
-using testing_support::LinkFixture;
 using testing_support::Operator;
 
-/// The whole program with its windows, on a small store.
-class Desktop : public LinkFixture {
+/// The whole program.
+class Desktop : public testing_support::OnScreen {
 protected:
-    Desktop() {
-        testing_support::application();
-        platform::QtHost host;
-        host.nativeName = [](const std::string& name) { return platform::nativeName(name); };
-        host.openUrl = [this](const QUrl& url) {
-            opened = url;
-            return true;
-        };
-        screen = std::make_unique<platform::QtDesktop>(host);
-        makeStore(40, 2);
+    Desktop() : OnScreen(40, 2) {
         core::resetLink();
-        platform::current().desktop = screen.get();
         person.await("frmSetup");
     }
 
@@ -60,7 +40,7 @@ protected:
     /// Does something once the run has gone through some records.
     void whenRecordsAreDone(int records, std::function<void()> deed) {
         person.then([records, deed = std::move(deed)] {
-            auto* window = dynamic_cast<platform::FormWindow*>(Operator::window("frmSetup"));
+            auto* window = formWindow("frmSetup");
             if (window == nullptr || !window->isFrozen() ||
                 window->busyBar()->records() < records) {
                 return false;
@@ -72,18 +52,13 @@ protected:
 
     /// Waits for the end of the run that was started.
     void awaitEnd() {
-        const auto isFrozen = [] {
-            auto* window = dynamic_cast<platform::FormWindow*>(Operator::window("frmSetup"));
-            return window->isFrozen();
-        };
+        const auto isFrozen = [] { return formWindow("frmSetup")->isFrozen(); };
         person.then(isFrozen).then([isFrozen] { return !isFrozen(); });
     }
 
     std::size_t sales() { return transactions().size(); }
 
-    std::unique_ptr<platform::QtDesktop> screen;
     Operator person;
-    QUrl opened;
 };
 
 std::string shownStatus() {
@@ -111,33 +86,6 @@ TEST_F(Desktop, exportsByKeyboard) {
     EXPECT_GE(sales(), 5U);
 }
 
-/// Where the focus may be when a key of the window is pressed.
-const char* const kFocusPlaces[] = {
-    "fgrdList", "txtNet", "chkExport(3)", "cmdRun(0)", "CmdInitialized", "txtToDate"};
-
-TEST_F(Desktop, keysOfTheWindowActWhereverTheFocusIs) {
-    std::vector<std::string> log;
-    std::vector<std::string> expected;
-    int boxesBefore = 0;
-    const auto read = [&] {
-        log.push_back(opened.isLocalFile() ? opened.fileName().toStdString() : "guides");
-        opened.clear();
-    };
-    std::ofstream(folder() + "/QBLINK.LOG") << "a line\r\n";
-    for (const char* place : kFocusPlaces) {
-        person.act([place] { Operator::find(place)->setFocus(); });
-        person.key(Qt::Key_F1).then([&] { return !opened.isEmpty(); }).act(read);
-        person.key(Qt::Key_F2).then([&] { return !opened.isEmpty(); }).act(read);
-        person.act([&] { boxesBefore = person.boxes; }).key(Qt::Key_F8);
-        person.then([&] { return person.boxes > boxesBefore; });  // there is nothing to export
-        expected.insert(expected.end(), {"guides", "QBLINK.LOG"});
-    }
-    person.key(Qt::Key_F10).then([] { return !Operator::find("cmdAcceptCancel(0)")->isEnabled(); });
-    person.key(Qt::Key_Escape);
-    runOnScreen();
-    EXPECT_EQ(log, expected);
-}
-
 struct Interruption {
     const char* what;
     void (*deed)();
@@ -158,15 +106,11 @@ TEST_P(Interrupted, endsWithTheRecordUnderWay) {
     int records = 0;
     person.press("chkExport(3)").press("Cmdexport");
     whenRecordsAreDone(5, [&] {
-        records =
-            dynamic_cast<platform::FormWindow*>(Operator::window("frmSetup"))->busyBar()->records();
+        records = formWindow("frmSetup")->busyBar()->records();
         GetParam().deed();
     });
     if (!GetParam().ends) {
-        person.then([] {
-            auto* window = dynamic_cast<platform::FormWindow*>(Operator::window("frmSetup"));
-            return !window->isFrozen();
-        });
+        person.then([] { return !formWindow("frmSetup")->isFrozen(); });
         person.act([&] { status = shownStatus(); });
         person.press("cmdAcceptCancel(1)");
     }
@@ -184,46 +128,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return "way" + std::to_string(row.index); }
 );
 
-TEST_F(Desktop, takesNothingButStopWhileItWorks) {
-    bool wasOn = true;
-    person.press("chkExport(3)").press("Cmdexport");
-    whenRecordsAreDone(3, [&] {
-        QTest::mouseClick(Operator::find("chkExport(4)"), Qt::LeftButton);
-        QTest::mouseClick(Operator::find("cmdAcceptCancel(1)"), Qt::LeftButton);
-        QTest::keyClicks(Operator::find("txtToDate"), "7");
-        wasOn = dynamic_cast<QAbstractButton*>(Operator::find("chkExport(4)"))->isChecked();
-        EXPECT_FALSE(ui::formText("frmSetup", "txtToDate").ends_with("7"));
-    });
-    person.press("cmdStop").press("cmdAcceptCancel(1)");
-    runOnScreen();
-    EXPECT_FALSE(wasOn);
-}
-
-/// A channel whose answer to a sale waits as long as it is told to.
-class SlowChannel : public platform::QBChannel {
-public:
-    explicit SlowChannel(std::function<bool()> isWaiting) : isWaiting_(std::move(isWaiting)) {}
-    void open(const std::string& appId, const std::string& appName) override {
-        channel_.open(appId, appName);
-    }
-    void begin(const std::string& companyFile, int openMode) override {
-        channel_.begin(companyFile, openMode);
-    }
-    void end() override { channel_.end(); }
-    void close() override { channel_.close(); }
-    [[nodiscard]] std::vector<std::string> versions() override { return channel_.versions(); }
-    std::string exchange(const std::string& document) override {
-        while (document.find("<SalesReceiptAdd>") != std::string::npos && isWaiting_()) {
-            platform::desktop().pendingEvents();
-        }
-        return channel_.exchange(document);
-    }
-
-private:
-    platform::StandinChannel channel_;
-    std::function<bool()> isWaiting_;
-};
-
 /// Counts how often a widget is painted.
 class PaintCounter : public QObject {
 public:
@@ -236,28 +140,27 @@ public:
 
 TEST_F(Desktop, paintsMovesAndTakesStopWhileARequestWaits) {
     // Given an answer that waits for the operator
-    int waits = 0;
-    bool answered = false;
-    platform::current().makeSessionManager = [&] {
-        return std::make_unique<platform::QbxmlSessionManager>(std::make_unique<SlowChannel>([&] {
-            return ++waits > 0 && !answered;
-        }));
-    };
+    holdBack("<SalesReceiptAdd>");
     PaintCounter counter;
     std::string status;
     QPoint moved;
-    person.press("chkExport(3)").press("Cmdexport").then([&] { return waits > 1; });
-    // When the window is moved, painted, clicked at, and stopped
+    bool wasOn = true;
+    person.press("chkExport(3)").press("Cmdexport").then([&] { return isWaiting(); });
+    // When the window is moved, painted, clicked and typed at, and stopped
     person.act([&] {
         Operator::window("frmSetup")->move(30, 40);
         Operator::find("LblStatus")->installEventFilter(&counter);
         Operator::find("LblStatus")->update();
         QTest::mouseClick(Operator::find("chkExport(4)"), Qt::LeftButton);
         QTest::mouseClick(Operator::find("CmdViewLog"), Qt::LeftButton);
+        QTest::mouseClick(Operator::find("cmdAcceptCancel(1)"), Qt::LeftButton);
+        QTest::keyClicks(Operator::find("txtToDate"), "7");
+        wasOn = dynamic_cast<QAbstractButton*>(Operator::find("chkExport(4)"))->isChecked();
+        EXPECT_FALSE(ui::formText("frmSetup", "txtToDate").ends_with("7"));
     });
     person.then([&] { return counter.painted > 0; }).press("cmdStop").act([&] {
         moved = Operator::window("frmSetup")->pos();
-        answered = true;
+        answer();
     });
     person.then([] { return Operator::find("Cmdexport")->isEnabled(); });
     person.act([&] { status = shownStatus(); }).press("cmdAcceptCancel(1)");
@@ -266,7 +169,7 @@ TEST_F(Desktop, paintsMovesAndTakesStopWhileARequestWaits) {
     EXPECT_EQ(moved, QPoint(30, 40));
     EXPECT_EQ(status, "Exporting Sales Cancelled");
     EXPECT_TRUE(opened.isEmpty());
-    EXPECT_GT(waits, 1);
+    EXPECT_FALSE(wasOn);
 }
 
 TEST_F(Desktop, answersABoxThatComesAgainForTheRestOfTheRun) {
@@ -322,17 +225,6 @@ TEST_F(Desktop, stopsFromABoxThatComesAgain) {
     person.press("cmdAcceptCancel(1)");
     runOnScreen();
     EXPECT_EQ(status, "Exporting Sales Cancelled");
-}
-
-TEST_F(Desktop, browserCancelledChangesNothing) {
-    const std::string file = companyFile();
-    std::string shown;
-    person.press("cmdFind").await("frmSMFILE_PATH").key(Qt::Key_Escape);
-    person.then([] { return Operator::window("frmSMFILE_PATH") == nullptr; });
-    person.act([&] { shown = ui::formText("frmSetup", "TxtPath"); });
-    person.press("cmdAcceptCancel(1)");
-    runOnScreen();
-    EXPECT_EQ(shown, file);
 }
 
 struct Cancelled {

@@ -101,13 +101,6 @@ struct Deed {
     const char* log;
 };
 
-void pressTwiceInOneEvent(Operator& person) {
-    person.act([] {
-        QTest::mouseClick(Operator::find("go"), Qt::LeftButton);
-        QTest::mouseClick(Operator::find("go"), Qt::LeftButton);
-    });
-}
-
 void pressCell(Operator& person, int row, int column) {
     person.act([row, column] {
         auto* grid = dynamic_cast<QTableWidget*>(Operator::find("grid"));
@@ -154,9 +147,6 @@ const Deed kDeeds[] = {
          });
      },
      "click go; "},
-    {"two presses in one event count once",
-     pressTwiceInOneEvent,
-     "leave first; enter go; click go; "},
     {"a header is row 0", pressHeader, "leave first; enter grid 0 0; click grid 0 0; "},
 };
 

@@ -2,12 +2,9 @@
 #include "core/brv_op.h"
 #include "core/summary_setup.h"
 #include "db/nuvDBSM_SalesCodes.h"
-#include "operator.h"
-#include "platform/ports/platform.h"
-#include "platform/qt/qt_desktop.h"
+#include "screen.h"
 #include "security/clsUserLogin.h"
 #include "security/sm_Encryption_Ops.h"
-#include "support/link_fixture.h"
 #include "windows/FrmQuickSetUP.h"
 #include "windows/FrmSelDate.h"
 #include "windows/FrmSummaryExport.h"
@@ -28,16 +25,9 @@ namespace {
 
 using testing_support::Operator;
 
-class WindowPaths : public testing_support::LinkFixture {
+class WindowPaths : public testing_support::OnScreen {
 protected:
-    WindowPaths() {
-        testing_support::application();
-        screen = std::make_unique<platform::QtDesktop>();
-        makeStore(0, 1);
-        platform::current().desktop = screen.get();
-    }
-
-    std::unique_ptr<platform::QtDesktop> screen;
+    WindowPaths() : OnScreen(0, 1) {}
 };
 
 using Deed = void (*)(Operator&);

@@ -2,18 +2,16 @@
 
 #include "platform/sqlite/sqlite_connection.h"
 #include "platform/sqlite/sqlite_management.h"
+#include "platform/store_talk.h"
 #include "support/temp_folder.h"
 
-#include <cstdint>
-#include <memory>
 #include <string>
-#include <string_view>
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
 /// A data folder with one empty catalog and an open connection to it.
-class Store : public testing::Test {
+class Store : public testing::Test, public StoreTalk {
 protected:
     Store() {
         management.addCatalog(files("NUVDATA1"));
@@ -28,42 +26,7 @@ protected:
     }
     [[nodiscard]] std::string file() const { return folder.str() + "/NUVDATA1.mdf"; }
 
-    /// Number of the error that a statement gives, 0 for none; its text in `message`.
-    std::int32_t failure(std::string_view statement) {
-        try {
-            static_cast<void>(db.openRowSet(statement));
-        } catch (const platform::PlatformError& error) {
-            message = error.description();
-            return error.number();
-        }
-        message.clear();
-        return 0;
-    }
-
-    /// The first value of the first row as text; "(none)" for no row or no value.
-    std::string first(std::string_view statement, int ordinal = 0) {
-        const auto rows = db.openRowSet(statement);
-        if (rows->atEnd()) {
-            return "(none)";
-        }
-        return text(rows->value(ordinal));
-    }
-
-    static std::string text(const util::Value& value) {
-        if (const auto* characters = std::get_if<std::string>(&value)) {
-            return *characters;
-        }
-        if (const auto* whole = std::get_if<std::int64_t>(&value)) {
-            return std::to_string(*whole);
-        }
-        if (const auto* money = std::get_if<util::Money>(&value)) {
-            return "raw " + std::to_string(money->raw());
-        }
-        if (const auto* moment = std::get_if<util::DateTime>(&value)) {
-            return "day " + std::to_string(moment->day) + " " + std::to_string(moment->seconds);
-        }
-        return "(none)";
-    }
+    [[nodiscard]] platform::DataConnection& talked() override { return db; }
 
     /// What another program sees or does: plain SQLite, nothing of ours registered. Gives the
     /// first value, or the error.
@@ -88,5 +51,4 @@ protected:
     testing_support::TempFolder folder;
     platform::SqliteManagement management{[this] { return folder.str(); }};
     platform::SqliteConnection db{[this] { return folder.str(); }};
-    std::string message;
 };

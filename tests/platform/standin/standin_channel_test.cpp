@@ -1,7 +1,5 @@
-#include "platform/qbxml/response_document.h"
 #include "platform/qbxml/session_manager.h"
 #include "platform/standin/standin_channel.h"
-#include "support/fault_channel.h"
 #include "support/temp_folder.h"
 
 #include <functional>
@@ -13,24 +11,17 @@ namespace {
 using companyfile::CompanyFile;
 using platform::PlatformError;
 using platform::QbxmlSessionManager;
-using testing_support::FaultChannel;
-using testing_support::FaultPlan;
-using testing_support::FaultPoint;
 
-/// A company file in a scratch folder, and sessions with it through a channel that can be made to
-/// fail.
+/// A company file in a scratch folder, and sessions with it.
 class Standin : public ::testing::Test {
 protected:
     Standin() { CompanyFile::create(path); }
 
     [[nodiscard]] std::unique_ptr<QbxmlSessionManager>
-    session(platform::StandinChannel::Prepare prepare = {}) const {
-        return std::make_unique<QbxmlSessionManager>(std::make_unique<FaultChannel>(
-            std::make_unique<platform::StandinChannel>(path, std::move(prepare)), plan
-        ));
-    }
-    [[nodiscard]] std::unique_ptr<QbxmlSessionManager> begun() const {
-        auto opened = session();
+    begun(platform::StandinChannel::Prepare prepare = {}) const {
+        auto opened = std::make_unique<QbxmlSessionManager>(
+            std::make_unique<platform::StandinChannel>(path, std::move(prepare))
+        );
         opened->OpenConnection("id", "name");
         opened->BeginSession("", 0);
         return opened;
@@ -44,7 +35,6 @@ protected:
 
     testing_support::TempFolder folder;
     std::string path = folder.str() + "/shop.qbw";
-    std::shared_ptr<FaultPlan> plan = std::make_shared<FaultPlan>();
 };
 
 std::int32_t errorOf(const std::function<void()>& call) {
@@ -68,9 +58,7 @@ TEST_F(Standin, carriesTextsThereAndBackUnchanged) {
 
 TEST_F(Standin, reportsTheVersionsOfItsFile) {
     const std::vector<std::string> versions = {"1.0", "CA3.0", "6.0"};
-    const auto canadian = session([&](CompanyFile& file) { file.setVersions(versions); });
-    canadian->OpenConnection("id", "name");
-    canadian->BeginSession(path, 0);
+    const auto canadian = begun([&](CompanyFile& file) { file.setVersions(versions); });
     EXPECT_EQ(canadian->QBXMLVersionsForSession(), versions);
 }
 
@@ -114,54 +102,6 @@ TEST_F(Standin, passesAFailedCallOnWithItsNumber) {
     EXPECT_EQ(errorOf([&] { channel.exchange("<QBXML/>"); }), platform::kParseFailed);
     EXPECT_EQ(errorOf([&] { channel.versions(); }), companyfile::hresult::kConnectionLost);
     EXPECT_FALSE(channel.versions().empty());
-}
-
-TEST_F(Standin, failsAsPlanned) {
-    const PlatformError lost(companyfile::hresult::kConnectionLost, "lost");
-    struct Case {
-        const char* name;
-        void (*arm)(FaultPlan& faults, const PlatformError& error);
-        std::int32_t expected;
-        int statusAfterwards;  ///< of the same request: 3100 when the work had been done
-    };
-    const Case cases[] = {
-        {"before",
-         [](FaultPlan& faults, const PlatformError& error) {
-             faults.failAt(1, FaultPoint::before, error);
-         },
-         lost.number(),
-         0},
-        {"after",
-         [](FaultPlan& faults, const PlatformError& error) {
-             faults.failAt(1, FaultPoint::after, error, "<CustomerAddRq");
-         },
-         lost.number(),
-         3100},
-        {"garbage",
-         [](FaultPlan& faults, const PlatformError&) { faults.answerAt(1, "\xFF\x01"); },
-         platform::kUnreadableAnswer,
-         3100},
-        {"other documents are not counted",
-         [](FaultPlan& faults, const PlatformError& error) {
-             faults.failAt(1, FaultPoint::before, error, "<VendorAddRq");
-         },
-         0,
-         3100},
-    };
-    const auto opened = begun();
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
-        row.arm(*plan, lost);
-        const auto add = [&] { return send(*opened, "CustomerAdd", "Name", row.name).StatusCode; };
-        EXPECT_EQ(errorOf(add), row.expected);
-        EXPECT_EQ(add(), row.statusAfterwards);
-    }
-    plan->refuseBegin(PlatformError(platform::kFileInUse, "busy"), 2);
-    const auto refused = session();
-    refused->OpenConnection("id", "name");
-    for (const std::int32_t expected : {platform::kFileInUse, platform::kFileInUse, 0}) {
-        EXPECT_EQ(errorOf([&] { refused->BeginSession("", 0); }), expected);
-    }
 }
 
 }  // namespace
