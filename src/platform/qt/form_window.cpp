@@ -20,8 +20,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QStyle>
 #include <QScrollBar>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace platform {
