@@ -116,11 +116,19 @@ void SalesStore::fill(std::int32_t sales) {
     db::connection().execute("COMMIT TRANSACTION");
 }
 
+bool SalesStore::first() {
+    gSalesHead.Invoice = "0000000";
+    return gfiDB_Operation(db::tableSalesHead, db::opGreaterEqual, db::keySalesHeadInvoice) != kNo;
+}
+
+bool SalesStore::next() {
+    return gfiDB_Operation(db::tableSalesHead, db::opGetNext, db::keySalesHeadInvoice) != kNo;
+}
+
 std::int64_t SalesStore::walk() {
-    LegacyBool found = gfiDB_Operation(db::tableSalesHead, db::opGetFirst, db::keySalesHeadInvoice);
     std::int64_t sales = 0;
-    for (; found != kNo; ++sales) {
-        found = gfiDB_Operation(db::tableSalesHead, db::opGetNext, db::keySalesHeadInvoice);
+    for (bool found = first(); found; found = next()) {
+        ++sales;
     }
     return sales;
 }

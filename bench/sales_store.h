@@ -25,7 +25,11 @@ public:
     SalesStore(SalesStore&&) = delete;
     SalesStore& operator=(SalesStore&&) = delete;
 
-    /// Walks from the first sale to the end, as the sales export does. @return sales seen.
+    /// The movements of the sales export: to the first sale behind a mark, here the lowest, and on
+    /// to the next one. @return false when there is none.
+    static bool first();
+    static bool next();
+    /// Walks from the first sale to the end. @return sales seen.
     static std::int64_t walk();
     /// Time spent behind the data port since the store was made or the time forgotten.
     [[nodiscard]] std::chrono::nanoseconds adapterTime() const { return adapterTime_; }

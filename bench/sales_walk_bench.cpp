@@ -1,6 +1,3 @@
-#include "core/brvDBSM_Interface.h"
-#include "db/NuvDBSM_MSDE.h"
-#include "db/nuvDBSM_SalesHead.h"
 #include "sales_store.h"
 
 #include <benchmark/benchmark.h>
@@ -18,10 +15,7 @@ void salesWalkStep(benchmark::State& state) {
         if (store.watch.statements.size() > 10000) {
             store.watch.statements.clear();
         }
-        found =
-            gfiDB_Operation(
-                db::tableSalesHead, found ? db::opGetNext : db::opGetFirst, db::keySalesHeadInvoice
-            ) != kNo;
+        found = found ? bench::SalesStore::next() : bench::SalesStore::first();
         ++steps;
     }
     state.SetItemsProcessed(steps);

@@ -1,6 +1,5 @@
 #include "export/purchase_order_post.h"
 
-#include "core/run_log.h"
 #include "db/NuvDBSM_MSDE.h"
 #include "db/nuvDBSM_Inventory.h"
 #include "db/nuvDBSM_POHeader.h"
@@ -23,6 +22,7 @@ namespace {
 
 constexpr char kNonStock[] = "~NONSTK";
 constexpr char kDefaultVendor[] = "Default";
+constexpr char kKind[] = "PurchaseOrder";
 
 /// Reads the head of the order in the buffer. A number that is longer than the head's column has
 /// none.
@@ -117,18 +117,16 @@ bool PurchaseOrderPost::isSentBefore() {
     }
     const clsQBPO& order = qb::purchaseOrder();
     const std::string day = storedDate(order.DueDate);
-    std::size_t found = 0;
-    for (const auto& posted : qb::postedTransactions("PurchaseOrder", order.RefNumber)) {
-        std::string due = posted.DueDate;
-        std::erase(due, '-');
-        found += due == day || day.empty() ? 1U : 0U;
-    }
-    std::size_t& kept = keptBack_[order.RefNumber + " " + day];
+    const auto posted = qb::postedTransactions(kKind, order.RefNumber);
+    const auto found = std::count_if(posted.begin(), posted.end(), [&](const auto& transaction) {
+        return day.empty() || transaction.DueDate == day;
+    });
+    std::ptrdiff_t& kept = keptBack_[order.RefNumber + " " + day];
     if (found <= kept) {
         return false;
     }
     ++kept;
-    gpQBLink_Log_writing("PurchaseOrder " + order.RefNumber + " is in QuickBooks already");
+    logPostedAlready(kKind, order.RefNumber);
     return true;
 }
 
@@ -136,10 +134,13 @@ void PurchaseOrderPost::post() {
     if (gaQBPOLines.size() <= 1) {
         return;
     }
-    if (!isSentBefore()) {
-        qb::purchaseOrder().POHeaderAddNewReq();
-        logGatewayStatus();
-    }
+    // An error of the question is this order's own; the receipt that comes next loses nothing.
+    guardRecord(std::string(kKind) + " " + qb::purchaseOrder().RefNumber, [&] {
+        if (!isSentBefore()) {
+            qb::purchaseOrder().POHeaderAddNewReq();
+            logGatewayStatus();
+        }
+    });
     gaQBPOLines.assign(1, QBPOLine());
 }
 

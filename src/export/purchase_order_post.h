@@ -2,6 +2,8 @@
 
 #include "export/run_record.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -31,7 +33,7 @@ private:
     std::string number_;
     std::string firstReceipt_;  ///< key of the order in `record_`
     /// How many orders of a number and a day of receipt were found and kept back.
-    std::map<std::string, std::size_t> keptBack_;
+    std::map<std::string, std::ptrdiff_t> keptBack_;
 };
 
 /// Key of a receipt in the record of runs: its number as ten digits.

@@ -37,6 +37,7 @@ std::string lastLine(const std::string& text) {
 
 void RunRecord::begin(const std::string& storedMark) {
     reached_ = storedMark;
+    failed_ = false;
     guardRecord(fileName_, [&] {
         const std::string name = fullName(fileName_);
         if (platform::files().fileExists(name)) {
@@ -76,12 +77,16 @@ RunRecord& ordersRecord() {
     return record;
 }
 
-bool isPostedAlready(const std::string& kind, const std::string& refNumber) {
-    if (qb::postedTransactions(kind, refNumber).empty()) {
-        return false;
-    }
+void logPostedAlready(const std::string& kind, const std::string& refNumber) {
     gpQBLink_Log_writing(kind + " " + refNumber + " is in QuickBooks already");
-    return true;
+}
+
+bool isPostedAlready(const std::string& kind, const std::string& refNumber) {
+    const bool isPosted = !qb::postedTransactions(kind, refNumber).empty();
+    if (isPosted) {
+        logPostedAlready(kind, refNumber);
+    }
+    return isPosted;
 }
 
 void resetRunRecords() {

@@ -48,6 +48,8 @@ void beginSalesRecord();
 /// The record of the purchase-order walk; its keys are receipt numbers of ten digits.
 RunRecord& ordersRecord();
 
+/// Writes the log line of a document that was found in the company file and is not sent again.
+void logPostedAlready(const std::string& kind, const std::string& refNumber);
 /// Is a document in the company file, so that it must not be sent again? Says so in the log.
 /// @throws PlatformError, BasicError when the company file does not answer.
 bool isPostedAlready(const std::string& kind, const std::string& refNumber);

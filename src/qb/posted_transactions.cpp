@@ -26,11 +26,9 @@ postedTransactions(const std::string& kind, const std::string& refNumber) {
     }
     std::vector<PostedTransaction> posted;
     for (const platform::QBElement* found : answer.Detail.all(kind + "Ret")) {
-        posted.push_back(
-            {found->find("TxnID").text(),
-             found->find("TxnDate").text(),
-             found->find("DueDate").text()}
-        );
+        PostedTransaction& transaction = posted.emplace_back();
+        transaction.DueDate = found->find("DueDate").text();
+        std::erase(transaction.DueDate, '-');
     }
     return posted;
 }

@@ -7,9 +7,7 @@ namespace qb {
 
 /// A transaction that stands in the company file.
 struct PostedTransaction {
-    std::string TxnID;
-    std::string TxnDate;  ///< YYYY-MM-DD
-    std::string DueDate;  ///< YYYY-MM-DD; empty for kinds without one
+    std::string DueDate;  ///< eight digits; empty for kinds without one
 };
 
 /// Asks the company file for the transactions of a kind ("JournalEntry", "Invoice") that bear

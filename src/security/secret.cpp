@@ -1,30 +1,20 @@
 #include "security/secret.h"
 
+#include "util/overwrite.h"
+
 namespace security {
 
-namespace {
-
-template <class Unit>
-void overwrite(Unit* units, std::size_t count) {
-    volatile Unit* const first = units;
-    for (std::size_t at = 0; at < count; ++at) {
-        first[at] = 0;
-    }
-}
-
-}  // namespace
-
 void wipe(std::span<std::uint8_t> bytes) {
-    overwrite(bytes.data(), bytes.size());
+    util::overwrite(bytes.data(), bytes.size());
 }
 
 void wipe(std::span<std::uint32_t> words) {
-    overwrite(words.data(), words.size());
+    util::overwrite(words.data(), words.size());
 }
 
 void wipe(std::string& text) {
     text.resize(text.capacity());  // what an earlier, longer content left behind goes too
-    overwrite(text.data(), text.size());
+    util::overwrite(text.data(), text.size());
     text.clear();
 }
 

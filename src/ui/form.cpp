@@ -1,6 +1,7 @@
 #include "ui/form.h"
 
 #include "util/conversions.h"
+#include "util/overwrite.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,13 +16,10 @@ std::vector<Form*>& loadedForms() {
 }
 
 /// Overwrites a text from a place on, its spare room included.
-void overwrite(std::string& text, std::size_t from) {
+void overwriteFrom(std::size_t from, std::string& text) {
     const std::size_t size = text.size();
     text.resize(text.capacity());
-    volatile char* const characters = text.data();
-    for (std::size_t at = from; at < text.size(); ++at) {
-        characters[at] = '\0';
-    }
+    util::overwrite(text.data() + from, text.size() - from);
     text.resize(size);
 }
 
@@ -162,12 +160,12 @@ void Form::close() {
 void replaceText(std::string& held, std::string_view text) {
     if (text.size() > held.capacity()) {
         std::string grown(text);  // beside the old one, of which `text` may be a part
-        overwrite(held, 0);
+        overwriteFrom(0, held);
         held.swap(grown);
         return;
     }
     held.assign(text);
-    overwrite(held, held.size());
+    overwriteFrom(held.size(), held);
 }
 
 Form* findForm(std::string_view name) {

@@ -191,4 +191,26 @@ TEST_F(PurchaseOrders, aRunThatWasCutOffIsTakenUpWithoutDoubles) {
     }
 }
 
+TEST_F(PurchaseOrders, aQuestionThatFailsCostsNoOtherOrderALine) {
+    // Given: the run ended by force behind the second order
+    setReceipts({{"PO1", "20150105"}, {"PO2", "20150105"}, {"PO2", "20150106"}, {"PO3", "20150107"}}
+    );
+    faults->endProgramAt(2, testing_support::FaultPoint::after, "<PurchaseOrderAdd>");
+    EXPECT_THROW(exportOnly(kPurchases), platform::ProgramEnd);
+    restart();
+
+    // When
+    faults->failAt(
+        1,
+        testing_support::FaultPoint::before,
+        platform::PlatformError(-2147220472, "no answer"),
+        "<PurchaseOrderQuery"
+    );
+    exportOnly(kPurchases);
+
+    // Then
+    EXPECT_EQ(orders(), (std::vector<std::string>{"PO1 x1", "PO2 x2", "PO3 x1"}));
+    EXPECT_EQ(logged("PurchaseOrder PO1 Error: -2147220472 no answer"), 1U);
+}
+
 }  // namespace
