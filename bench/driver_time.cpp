@@ -6,7 +6,6 @@
 
 #include <sql.h>
 #include <sqlext.h>
-#include <sqlite3.h>
 
 namespace {
 
@@ -89,48 +88,6 @@ std::chrono::nanoseconds clockTime() {
         return timed([&] { return __real_##name arguments; });                                     \
     }
 
-BENCH_TIMED(
-    int,
-    sqlite3_prepare_v2,
-    (sqlite3 * db, const char* text, int size, sqlite3_stmt** statement, const char** rest),
-    (db, text, size, statement, rest)
-)
-BENCH_TIMED(int, sqlite3_step, (sqlite3_stmt * statement), (statement))
-BENCH_TIMED(int, sqlite3_reset, (sqlite3_stmt * statement), (statement))
-BENCH_TIMED(int, sqlite3_clear_bindings, (sqlite3_stmt * statement), (statement))
-BENCH_TIMED(int, sqlite3_bind_null, (sqlite3_stmt * statement, int place), (statement, place))
-BENCH_TIMED(
-    int,
-    sqlite3_bind_int64,
-    (sqlite3_stmt * statement, int place, sqlite3_int64 value),
-    (statement, place, value)
-)
-BENCH_TIMED(
-    int,
-    sqlite3_bind_text64,
-    (sqlite3_stmt * statement,
-     int place,
-     const char* text,
-     sqlite3_uint64 size,
-     void (*destroy)(void*),
-     unsigned char encoding),
-    (statement, place, text, size, destroy, encoding)
-)
-BENCH_TIMED(int, sqlite3_column_count, (sqlite3_stmt * statement), (statement))
-BENCH_TIMED(int, sqlite3_column_bytes, (sqlite3_stmt * statement, int column), (statement, column))
-BENCH_TIMED(int, sqlite3_column_type, (sqlite3_stmt * statement, int column), (statement, column))
-BENCH_TIMED(
-    sqlite3_int64, sqlite3_column_int64, (sqlite3_stmt * statement, int column), (statement, column)
-)
-BENCH_TIMED(
-    double, sqlite3_column_double, (sqlite3_stmt * statement, int column), (statement, column)
-)
-BENCH_TIMED(
-    const unsigned char*,
-    sqlite3_column_text,
-    (sqlite3_stmt * statement, int column),
-    (statement, column)
-)
 BENCH_TIMED(
     SQLRETURN,
     SQLExecDirectW,

@@ -4,10 +4,9 @@
 
 namespace bench {
 
-/// Time spent in the calls of the stores' libraries and drivers since the start. The linker puts
-/// a clock around each of them in this program; what the clocks themselves take does not count.
-/// For the embedded store that is the SQLite library, for a server the driver manager and all
-/// behind it: driver, wire and server.
+/// Time spent in the calls of the driver manager, and so of all behind it (driver, wire and
+/// server), since the start. The linker puts a clock around each of them in this program; what the
+/// clocks themselves take does not count.
 std::chrono::nanoseconds driverTime();
 /// Time that the clocks took.
 std::chrono::nanoseconds clockTime();

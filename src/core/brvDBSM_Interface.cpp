@@ -102,7 +102,6 @@ std::string db_fsRecord_values(std::int16_t table) {
 void db_pRecordKey_prepare(std::int16_t table, std::int16_t keyNumber) {
     const auto prepareKey = routineOf(table, &db::TableRoutines::prepareKey);
     if (prepareKey != nullptr) {
-        db_pRecord_quote(table);
         prepareKey(table, keyNumber);
     }
 }

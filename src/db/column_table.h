@@ -99,6 +99,8 @@ consteval Column<Record, Field> column(
 
 template <class Record, class... Fields>
 struct Table {
+    using RecordType = Record;
+
     std::string_view name;  ///< the table's usual SQL name
     std::tuple<Column<Record, Fields>...> columns;
 

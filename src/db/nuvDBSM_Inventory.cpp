@@ -193,7 +193,7 @@ const TableRoutines& inventoryRoutines() {
 }
 
 InventoryRecord clearedInventory() {
-    return clearedRecord<InventoryRecord>(kInventory);
+    return clearedRecord<kInventory>();
 }
 
 void bindInventory() {

@@ -97,7 +97,7 @@ const TableRoutines& namesRoutines() {
 }
 
 NamesRecord clearedNames() {
-    return clearedRecord<NamesRecord>(kNames);
+    return clearedRecord<kNames>();
 }
 
 void bindNames() {

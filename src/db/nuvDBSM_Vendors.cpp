@@ -71,7 +71,7 @@ const TableRoutines& vendorsRoutines() {
 }
 
 VendorsRecord clearedVendors() {
-    return clearedRecord<VendorsRecord>(kVendors);
+    return clearedRecord<kVendors>();
 }
 
 void bindVendors() {

@@ -5,10 +5,13 @@
 #include "util/money.h"
 #include "util/value.h"
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 /// Between the fields of a record and the values of a row. What a row does not hold (NULL) reads as
 /// blanks, 0 or no date.
@@ -51,6 +54,38 @@ inline void store(util::Money& field, const util::Value& value) {
 }
 inline void store(std::optional<util::DateTime>& field, const util::Value& value) {
     field = momentFrom(value);
+}
+
+/// Fills a field from a value of a row; one of the field's own kind without a detour.
+template <class Field>
+void read(Field& field, const util::ValueView& value) {
+    store(field, util::ownValue(value));
+}
+template <std::size_t Width>
+void read(util::FixedText<Width>& field, const util::ValueView& value) {
+    if (const auto* text = std::get_if<std::string_view>(&value)) {
+        field = *text;
+    } else {
+        store(field, util::ownValue(value));
+    }
+}
+template <std::integral Field>
+void read(Field& field, const util::ValueView& value) {
+    const auto* whole = std::get_if<std::int64_t>(&value);
+    if (whole != nullptr && std::in_range<Field>(*whole)) {
+        field = static_cast<Field>(*whole);
+    } else {
+        store(field, util::ownValue(value));
+    }
+}
+
+inline void read(float& field, const util::ValueView& value) {
+    const auto* single = std::get_if<float>(&value);
+    field = single != nullptr ? *single : singleFrom(util::ownValue(value));
+}
+inline void read(util::Money& field, const util::ValueView& value) {
+    const auto* money = std::get_if<util::Money>(&value);
+    field = money != nullptr ? *money : moneyFrom(util::ownValue(value));
 }
 
 /// All characters of a text field; one that was never filled gives blanks.

@@ -72,16 +72,49 @@ std::string insertValues(const std::vector<util::Value>& copies) {
     return text;
 }
 
+void fillFields(FieldSlots fields, void* record, std::span<const util::ValueView> values) {
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        fields[at].fill(static_cast<std::byte*>(record) + fields[at].offset, values[at]);
+    }
+}
+
+util::Value cleanCopy(const FieldSlot& field, const void* record) {
+    util::Value copy = field.give(static_cast<const std::byte*>(record) + field.offset);
+    if (auto* text = std::get_if<std::string>(&copy)) {
+        *text = gfsDB_QuoteKey(*text, legacyBool(field.quotes == Quotes::doubled));
+    }
+    return copy;
+}
+
+std::vector<util::Value> cleanCopies(FieldSlots fields, const void* record) {
+    std::vector<util::Value> copies;
+    copies.reserve(fields.size());
+    for (const FieldSlot& field : fields) {
+        copies.push_back(cleanCopy(field, record));
+    }
+    return copies;
+}
+
+void writeFields(std::int16_t table, FieldSlots fields, const void* record) {
+    const auto* begin = static_cast<const std::byte*>(record);
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        const util::Value value = fields[at].give(begin + fields[at].offset);
+        gpDB_SetField(table, static_cast<std::int16_t>(at), value);
+    }
+}
+
 void setKeyFrom(
     std::int16_t table,
     std::int16_t keyNumber,
     std::span<const ResolvedPart> parts,
-    const std::vector<util::Value>& copies
+    FieldSlots fields,
+    const void* record
 ) {
     std::vector<KeyPair> pairs;
     for (const ResolvedPart& part : parts) {
         if (part.key == keyNumber) {
-            pairs.push_back({part.ordinal, copies.at(static_cast<std::size_t>(part.source))});
+            const FieldSlot& field = fields[static_cast<std::size_t>(part.source)];
+            pairs.push_back({part.ordinal, cleanCopy(field, record)});
         }
     }
     if (!pairs.empty()) {
@@ -119,10 +152,6 @@ bool makeIfMissing(std::int16_t table) {
     }
     gfbDB_CreateTable(table);
     return true;
-}
-
-std::string cleanText(const std::string& text, Quotes quotes) {
-    return gfsDB_QuoteKey(text, legacyBool(quotes == Quotes::doubled));
 }
 
 }  // namespace db

@@ -7,10 +7,13 @@
 #include "util/legacy_bool.h"
 #include "util/value.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 /// What every table module is made of: generators over its column table, and the routines that the
@@ -19,7 +22,7 @@ namespace db {
 
 /// Routines of one table module; those that a table does not have are null.
 struct TableRoutines {
-    /// Sets the key `keyNumber` from the clean copies.
+    /// Sets the key `keyNumber` from clean copies of the record's fields.
     void (*prepareKey)(std::int16_t table, std::int16_t keyNumber) = nullptr;
     void (*quote)() = nullptr;          ///< makes the clean copies of the record's fields
     std::string (*values)() = nullptr;  ///< value list of an insert, from the clean copies
@@ -66,13 +69,33 @@ struct ResolvedPart {
     std::int16_t ordinal;  ///< of the column that the statement names
     std::int16_t source;   ///< of the column that gives the value
 };
-/// Stores the parts of `keyNumber` with the values of `copies`; a number that has no parts leaves
-/// the stored key as it is.
+/// A field of a record without its type: where it stands, and how it is filled and given. One loop
+/// over these serves every table.
+struct FieldSlot {
+    std::size_t offset;  ///< bytes from the record's beginning
+    Quotes quotes;
+    void (*fill)(void* field, const util::ValueView& value);
+    util::Value (*give)(const void* field);
+};
+/// The fields of a record in column order.
+using FieldSlots = std::span<const FieldSlot>;
+
+/// Fills the fields of a record from the values of a row.
+void fillFields(FieldSlots fields, void* record, std::span<const util::ValueView> values);
+/// Copies the fields of a record into the row in hand.
+void writeFields(std::int16_t table, FieldSlots fields, const void* record);
+/// The value of a field, a text without harm between single quotes.
+util::Value cleanCopy(const FieldSlot& field, const void* record);
+/// The same of all fields.
+std::vector<util::Value> cleanCopies(FieldSlots fields, const void* record);
+/// Stores the parts of `keyNumber` with the values of the record's fields; a number that has no
+/// parts leaves the stored key as it is.
 void setKeyFrom(
     std::int16_t table,
     std::int16_t keyNumber,
     std::span<const ResolvedPart> parts,
-    const std::vector<util::Value>& copies
+    FieldSlots fields,
+    const void* record
 );
 /// Fills the names of a descriptor and marks the table as not open.
 void describe(std::int16_t table, const TableTitles& titles, const std::string& sqlName);
@@ -81,48 +104,56 @@ std::vector<std::string>
 indexStatements(std::int16_t table, std::span<const std::string_view> indexes);
 /// Makes the table when the catalog has none of its name. @return true when it had none.
 bool makeIfMissing(std::int16_t table);
-/// A text that is safe between single quotes.
-std::string cleanText(const std::string& text, Quotes quotes);
 
-/// Clean copies of a record's fields in column order.
-template <class Record, class Table>
-std::vector<util::Value> cleanCopies(const Record& record, const Table& table) {
-    std::vector<util::Value> copies;
-    copies.reserve(Table::columnCount());
-    table.forEachColumn([&](const auto& column, std::size_t) {
-        copies.push_back(valueOf(record.*column.field));
-        if (auto* text = std::get_if<std::string>(&copies.back())) {
-            *text = cleanText(*text, column.quotes);
-        }
-    });
-    return copies;
+template <class Field>
+void fillField(void* field, const util::ValueView& value) {
+    read(*static_cast<Field*>(field), value);
+}
+
+template <class Field>
+util::Value giveField(const void* field) {
+    return valueOf(*static_cast<const Field*>(field));
+}
+
+/// The fields that the columns of a table name.
+template <const auto& kTable>
+FieldSlots fieldsOf() {
+    static const auto kFields = [] {
+        const typename std::decay_t<decltype(kTable)>::RecordType record;
+        const auto* begin = reinterpret_cast<const std::byte*>(&record);
+        std::vector<FieldSlot> fields;
+        kTable.forEachColumn([&](const auto& column, std::size_t) {
+            const auto& field = record.*column.field;
+            using Field = std::decay_t<decltype(field)>;
+            const auto offset = reinterpret_cast<const std::byte*>(&field) - begin;
+            fields.push_back(
+                {static_cast<std::size_t>(offset),
+                 column.quotes,
+                 &fillField<Field>,
+                 &giveField<Field>}
+            );
+        });
+        return fields;
+    }();
+    return kFields;
 }
 
 /// Copies the row in hand into the record; a row that is too short leaves the record alone.
-template <class Record, class Table>
-void readRow(Record& record, const platform::RowSet& rows, const Table& table) {
+template <const auto& kTable, class Record>
+void readRow(Record& record, const platform::RowSet& rows) {
+    std::array<util::ValueView, kTable.columnCount()> values;
+    rows.readRow(values);
     Record fresh;
-    table.forEachColumn([&](const auto& column, std::size_t ordinal) {
-        store(fresh.*column.field, rows.value(static_cast<int>(ordinal)));
-    });
+    fillFields(fieldsOf<kTable>(), &fresh, values);
     record = fresh;
 }
 
-/// Copies the record into the row in hand.
-template <class Record, class Table>
-void writeRow(std::int16_t number, const Record& record, const Table& table) {
-    table.forEachColumn([&](const auto& column, std::size_t ordinal) {
-        gpDB_SetField(number, static_cast<std::int16_t>(ordinal), valueOf(record.*column.field));
-    });
-}
-
 /// A record with blank texts and zeros.
-template <class Record, class Table>
-Record clearedRecord(const Table& table) {
-    Record record;
-    table.forEachColumn([&](const auto& column, std::size_t) {
-        store(record.*column.field, util::Value());
-    });
+template <const auto& kTable>
+auto clearedRecord() {
+    typename std::decay_t<decltype(kTable)>::RecordType record;
+    const std::array<util::ValueView, kTable.columnCount()> nothing;
+    fillFields(fieldsOf<kTable>(), &record, nothing);
     return record;
 }
 
@@ -177,21 +208,20 @@ std::vector<util::Value>& copiesOf() {
 /// The routines of a module: its column table, key list and record.
 template <const auto& kTable, const auto& kKeys, auto& record>
 constexpr TableRoutines routinesOf() {
-    using Record = std::remove_reference_t<decltype(record)>;
     static_assert(namesColumnsOf(kTable, kKeys), "a key names a column that is not the table's");
     return {
         .prepareKey =
             [](std::int16_t number, std::int16_t keyNumber) {
                 static const std::vector<ResolvedPart> parts = resolved(kKeys, kTable);
-                setKeyFrom(number, keyNumber, parts, copiesOf<record>());
+                setKeyFrom(number, keyNumber, parts, fieldsOf<kTable>(), &record);
             },
-        .quote = [] { copiesOf<record>() = cleanCopies(record, kTable); },
+        .quote = [] { copiesOf<record>() = cleanCopies(fieldsOf<kTable>(), &record); },
         .values = [] { return insertValues(copiesOf<record>()); },
-        .fromRow = [](std::int16_t number) { readRow(record, rowsOf(number), kTable); },
-        .toRow = [](std::int16_t number) { writeRow(number, record, kTable); },
+        .fromRow = [](std::int16_t number) { readRow<kTable>(record, rowsOf(number)); },
+        .toRow = [](std::int16_t number) { writeFields(number, fieldsOf<kTable>(), &record); },
         .forget =
             [] {
-                record = Record();
+                record = {};
                 copiesOf<record>().clear();
             },
     };

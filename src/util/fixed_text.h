@@ -52,9 +52,10 @@ public:
 
 private:
     void assign(std::string_view text) {
-        const std::size_t count = std::min(text.size(), Width);
-        std::copy_n(text.begin(), count, bytes_.begin());
-        std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(count), bytes_.end(), ' ');
+        std::array<char, Width> filled;  // apart: `text` can be a piece of this field
+        filled.fill(' ');
+        std::copy_n(text.begin(), std::min(text.size(), Width), filled.begin());
+        bytes_ = filled;
     }
 
     std::array<char, Width> bytes_;

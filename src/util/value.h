@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <type_traits>
 #include <variant>
 
 namespace util {
@@ -14,5 +16,23 @@ namespace util {
 /// `float`, DECIMAL and NUMERIC are `Money`.
 using Value =
     std::variant<std::monostate, std::string, std::int64_t, float, double, Money, DateTime>;
+
+/// The same with a text that lies elsewhere.
+using ValueView =
+    std::variant<std::monostate, std::string_view, std::int64_t, float, double, Money, DateTime>;
+
+/// The value with a text of its own.
+inline Value ownValue(const ValueView& value) {
+    return std::visit(
+        [](const auto& held) -> Value {
+            if constexpr (std::is_same_v<std::decay_t<decltype(held)>, std::string_view>) {
+                return std::string(held);
+            } else {
+                return held;
+            }
+        },
+        value
+    );
+}
 
 }  // namespace util

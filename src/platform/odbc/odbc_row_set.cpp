@@ -95,7 +95,7 @@ void OdbcRowSet::send(const std::string& action, const std::vector<std::size_t>&
     std::string statement = action;
     std::string_view between = " WHERE ";
     for (const std::size_t at : checkedColumns(table, changed)) {
-        const Stored& value = kept(at);
+        const Stored value = kept(at);
         statement += std::string(between) + quoted(columns()[at].name);
         statement += isNone(value) ? " IS NULL" : "=" + literal(columns()[at], value);
         between = " AND ";
@@ -117,7 +117,7 @@ void OdbcRowSet::sendUpdate(const std::vector<std::size_t>& changed) {
     std::string action = "UPDATE " + tablePath(table_);
     std::string_view between = " SET ";
     for (const std::size_t at : changed) {
-        const Stored& value = edited(at);
+        const Stored value = edited(at);
         action += std::string(between) + quoted(columns()[at].name) + "=" +
                   (isNone(value) ? "NULL" : literal(columns()[at], value));
         between = ",";

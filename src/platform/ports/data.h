@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,10 @@ public:
     /// Value in the current row; text columns come padded to their declared width.
     /// @throws PlatformError kNoSuchFieldError, kNoCurrentRowError.
     [[nodiscard]] virtual util::Value value(int ordinal) const = 0;
+    /// Fills `values` with those of the first columns in the current row. Texts come without a
+    /// copy, and with or without the blanks that fill up their columns; they are valid until the
+    /// next call of this routine or of one that changes the set. @throws PlatformError as value().
+    virtual void readRow(std::span<util::ValueView> values) const = 0;
     /// Puts a value into the copy of the current row; the store sees it with update().
     virtual void setValue(int ordinal, const util::Value& value) = 0;
     /// Sends the changed columns of the current row; finds it by its key columns and the old values

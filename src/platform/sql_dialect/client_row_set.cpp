@@ -7,6 +7,51 @@
 
 namespace platform {
 
+namespace {
+
+bool isWhole(ColumnKind kind) {
+    return kind == ColumnKind::smallInt || kind == ColumnKind::integer ||
+           kind == ColumnKind::bigInt;
+}
+
+/// Gives a kept value to a reader. What most values are goes straight through.
+struct Giver {
+    const ColumnInfo& column;
+    util::ValueView& value;
+    std::list<std::string>& made;  ///< takes texts that stand nowhere else
+
+    void operator()(std::string_view text) const {
+        if (column.kind == ColumnKind::text) {
+            value.emplace<std::string_view>(cutText(column, text));
+        } else {
+            value = viewFromStored(column, text);
+        }
+    }
+    void operator()(std::int64_t whole) const {
+        if (isWhole(column.kind)) {
+            value.emplace<std::int64_t>(whole);
+        } else if (column.kind == ColumnKind::decimal && isMoney(whole)) {
+            value.emplace<util::Money>(util::Money::fromWhole(whole));
+        } else {
+            give(whole);
+        }
+    }
+    void operator()(double number) const { give(number); }
+    void operator()(std::monostate none) const { value = none; }
+
+private:
+    /// A number in a text column becomes a text.
+    void give(const StoredView& number) const {
+        if (column.kind == ColumnKind::text) {
+            value = made.emplace_back(std::get<std::string>(fromStored(column, number)));
+        } else {
+            value = viewFromStored(column, number);
+        }
+    }
+};
+
+}  // namespace
+
 PlatformError rowChangedError() {
     return {
         kRowChangedError,
@@ -57,7 +102,41 @@ void ClientRowSet::requireRow() const {
 util::Value ClientRowSet::value(int ordinal) const {
     const std::size_t at = column(ordinal);
     requireRow();
-    return fromStored(columns()[at], edited(at));
+    return fromStored(columns()[at], current(at));
+}
+
+const std::vector<StoredView>& ClientRowSet::values() const {
+    if (values_.empty()) {
+        values_.reserve(leadingCount_ + columns_->size());
+        for (RowReader row = rows_.read(at_); !row.atEnd();) {
+            values_.push_back(row.next());
+        }
+    }
+    return values_;
+}
+
+StoredView ClientRowSet::current(std::size_t column) const {
+    const std::size_t at = leadingCount_ + column;
+    return edited_.empty() ? values()[at] : viewOf(edited_[at]);
+}
+
+void ClientRowSet::readRow(std::span<util::ValueView> values) const {
+    static_cast<void>(column(static_cast<int>(values.size()) - 1));
+    requireRow();
+    made_.clear();
+    RowReader kept = rows_.read(at_);
+    for (std::size_t at = 0; at < leadingCount_; ++at) {
+        kept.next();
+    }
+    const std::vector<ColumnInfo>& infos = columns();
+    for (std::size_t at = 0; at < values.size(); ++at) {
+        const Giver give{infos[at], values[at], made_};
+        if (edited_.empty()) {
+            kept.next(give);
+        } else {
+            std::visit(give, current(at));
+        }
+    }
 }
 
 void ClientRowSet::setValue(int ordinal, const util::Value& value) {
@@ -66,7 +145,7 @@ void ClientRowSet::setValue(int ordinal, const util::Value& value) {
     const bool isExact = numbers_ == Numbers::exact;
     Stored stored = isExact ? toExact(columns()[at], value) : toStored(columns()[at], value);
     if (edited_.empty()) {
-        edited_ = kept_;
+        edited_ = rows_.row(at_);
     }
     edited_[leadingCount_ + at] = std::move(stored);
 }
@@ -74,10 +153,7 @@ void ClientRowSet::setValue(int ordinal, const util::Value& value) {
 void ClientRowSet::load() {
     isRemoved_ = false;
     edited_.clear();
-    if (at_ < rows_.size()) {
-        kept_.reserve(leadingCount_ + columns_->size());
-        rows_.read(at_, kept_);
-    }
+    values_.clear();
 }
 
 void ClientRowSet::moveFirst() {
@@ -137,8 +213,10 @@ std::vector<std::size_t> ClientRowSet::checkedColumns(
 std::vector<std::size_t> ClientRowSet::changedColumns() const {
     std::vector<std::size_t> changed;
     for (std::size_t at = 0; !edited_.empty() && at < columns_->size(); ++at) {
-        const bool isSame = edited(at) == kept(at) || fromStored(columns()[at], edited(at)) ==
-                                                          fromStored(columns()[at], kept(at));
+        const StoredView before = values()[leadingCount_ + at];
+        const ColumnInfo& info = columns()[at];
+        const bool isSame =
+            current(at) == before || fromStored(info, current(at)) == fromStored(info, before);
         if (!isSame) {
             changed.push_back(at);
         }
@@ -153,9 +231,8 @@ void ClientRowSet::update() {
         return;
     }
     sendUpdate(changed);
-    kept_ = std::move(edited_);
-    edited_.clear();
-    rows_.replace(at_, kept_);
+    rows_.replace(at_, edited_);
+    load();
 }
 
 void ClientRowSet::remove() {

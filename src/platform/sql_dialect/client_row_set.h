@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <span>
 #include <string>
@@ -23,10 +24,18 @@ PlatformError rowChangedError();
 /// the store is the adapter's affair: it has the row as read and as edited.
 class ClientRowSet : public RowSet {
 public:
+    // The values of the current row point into the pack.
+    ClientRowSet(const ClientRowSet&) = delete;
+    ClientRowSet& operator=(const ClientRowSet&) = delete;
+    ClientRowSet(ClientRowSet&&) = delete;
+    ClientRowSet& operator=(ClientRowSet&&) = delete;
+    ~ClientRowSet() override = default;
+
     [[nodiscard]] std::int32_t recordCount() const override;
     [[nodiscard]] int fieldCount() const override;
     [[nodiscard]] std::string fieldName(int ordinal) const override;
     [[nodiscard]] util::Value value(int ordinal) const override;
+    void readRow(std::span<util::ValueView> values) const override;
     void setValue(int ordinal, const util::Value& value) override;
     void update() override;
     void remove() override;
@@ -51,15 +60,14 @@ protected:
     virtual void sendRemove() = 0;
 
     [[nodiscard]] const std::vector<ColumnInfo>& columns() const { return *columns_; }
-    [[nodiscard]] const Stored& kept(std::size_t column) const {
-        return kept_[leadingCount_ + column];
+    /// A value of the current row as fetched.
+    [[nodiscard]] Stored kept(std::size_t column) const {
+        return ownStored(values()[leadingCount_ + column]);
     }
-    [[nodiscard]] const Stored& edited(std::size_t column) const {
-        return (edited_.empty() ? kept_ : edited_)[leadingCount_ + column];
-    }
-    [[nodiscard]] std::span<const Stored> leading() const {
-        return std::span(kept_).first(leadingCount_);
-    }
+    /// The same with what setValue put there.
+    [[nodiscard]] Stored edited(std::size_t column) const { return ownStored(current(column)); }
+    /// The first of the values in front of the columns.
+    [[nodiscard]] Stored leading() const { return ownStored(values().front()); }
     /// What the check of a change to `changed` compares: the columns of the first unique index of
     /// `table` that is whole in the set (without one: all columns), and the changed ones.
     [[nodiscard]] std::vector<std::size_t>
@@ -69,6 +77,8 @@ private:
     [[nodiscard]] std::size_t column(int ordinal) const;
     void requireRow() const;
     void load();
+    [[nodiscard]] const std::vector<StoredView>& values() const;
+    [[nodiscard]] StoredView current(std::size_t column) const;
     [[nodiscard]] std::vector<std::size_t> keyColumns(const TableSchema& table) const;
     [[nodiscard]] std::vector<std::size_t> changedColumns() const;
 
@@ -77,9 +87,11 @@ private:
     std::size_t leadingCount_ = 0;
     Numbers numbers_ = Numbers::nearest;
     std::size_t at_ = 0;
-    bool isRemoved_ = false;      ///< the current row was deleted; at_ is the one behind it
-    std::vector<Stored> kept_;    ///< the current row as fetched, leading values first
-    std::vector<Stored> edited_;  ///< and with what setValue put there; empty: nothing yet
+    bool isRemoved_ = false;  ///< the current row was deleted; at_ is the one behind it
+    /// The current row as fetched, leading values first; empty until one of them is asked for.
+    mutable std::vector<StoredView> values_;
+    std::vector<Stored> edited_;  ///< the row with what setValue put there; empty: nothing yet
+    mutable std::list<std::string> made_;  ///< texts that readRow() gave and that stand nowhere
 };
 
 }  // namespace platform

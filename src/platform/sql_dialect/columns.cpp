@@ -229,14 +229,14 @@ Stored momentValue(const ColumnInfo& column, const Literal& literal) {
     return momentText(*moment, column.kind == ColumnKind::dateTime);
 }
 
-double numberOf(const ColumnInfo& column, const Stored& value) {
+double numberOf(const ColumnInfo& column, const StoredView& value) {
     if (const auto* whole = std::get_if<std::int64_t>(&value)) {
         return static_cast<double>(*whole);
     }
     if (const auto* number = std::get_if<double>(&value)) {
         return *number;
     }
-    const auto& text = std::get<std::string>(value);
+    const auto text = std::get<std::string_view>(value);
     const auto number = wholeNumber<double>(trimmed(text));
     if (!number) {
         throw serverError(errorTextConversion, {text, kindName(column.kind)});
@@ -257,14 +257,18 @@ std::optional<util::Money> exactMoney(const ColumnInfo& column, std::string_view
     }
 }
 
-util::Money moneyOf(const ColumnInfo& column, const Stored& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) {
+util::Money moneyOf(const ColumnInfo& column, const StoredView& value) {
+    if (const auto* text = std::get_if<std::string_view>(&value)) {
         const auto money = exactMoney(column, trimmed(*text));
         if (money) {
             return *money;
         }
     }
     const std::int64_t power = kPowers[column.scale];
+    const auto* whole = std::get_if<std::int64_t>(&value);
+    if (whole != nullptr && isMoney(*whole)) {
+        return util::Money::fromWhole(*whole);
+    }
     const double units = numberOf(column, value) * static_cast<double>(power);
     if (std::fabs(units) >= static_cast<double>(kExactLimit)) {
         throw serverError(errorNumericOverflow, {"numeric", kindName(column.kind)});
@@ -295,9 +299,9 @@ struct LiteralOf {
     }
 };
 
-util::Value textOut(const ColumnInfo& column, const Stored& value) {
+util::Value textOut(const ColumnInfo& column, const StoredView& value) {
     std::string text;
-    if (const auto* kept = std::get_if<std::string>(&value)) {
+    if (const auto* kept = std::get_if<std::string_view>(&value)) {
         text = *kept;
     } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
         text = std::to_string(*whole);
@@ -310,8 +314,8 @@ util::Value textOut(const ColumnInfo& column, const Stored& value) {
     return text;
 }
 
-util::Value momentOut(const Stored& value) {
-    const auto* text = std::get_if<std::string>(&value);
+util::DateTime momentOut(const StoredView& value) {
+    const auto* text = std::get_if<std::string_view>(&value);
     const auto moment = text == nullptr ? std::nullopt : momentFromText(*text);
     if (!moment) {
         throw serverError(errorDate);
@@ -400,13 +404,33 @@ Stored toExact(const ColumnInfo& column, const util::Value& value) {
     return toExact(column, std::visit(LiteralOf{}, value));
 }
 
-util::Value fromStored(const ColumnInfo& column, const Stored& value) {
+StoredView viewOf(const Stored& value) {
+    return std::visit([](const auto& held) { return StoredView(held); }, value);
+}
+
+Stored ownStored(const StoredView& value) {
+    const auto* text = std::get_if<std::string_view>(&value);
+    if (text != nullptr) {
+        return std::string(*text);
+    }
+    const auto* whole = std::get_if<std::int64_t>(&value);
+    if (whole != nullptr) {
+        return *whole;
+    }
+    const auto* number = std::get_if<double>(&value);
+    return number == nullptr ? Stored() : Stored(*number);
+}
+
+util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value) {
     if (std::holds_alternative<std::monostate>(value)) {
         return std::monostate{};
     }
     switch (column.kind) {
     case ColumnKind::text:
-        return textOut(column, value);
+        if (const auto* text = std::get_if<std::string_view>(&value)) {
+            return cutText(column, *text);
+        }
+        return std::visit([](const auto& held) { return util::ValueView(held); }, value);
     case ColumnKind::real:
         return static_cast<float>(numberOf(column, value));
     case ColumnKind::floating:
@@ -421,6 +445,14 @@ util::Value fromStored(const ColumnInfo& column, const Stored& value) {
                    ? std::get<std::int64_t>(value)
                    : static_cast<std::int64_t>(numberOf(column, value));
     }
+}
+
+util::Value fromStored(const ColumnInfo& column, const StoredView& value) {
+    const bool isNone = std::holds_alternative<std::monostate>(value);
+    if (column.kind == ColumnKind::text && !isNone) {
+        return textOut(column, value);
+    }
+    return util::ownValue(viewFromStored(column, value));
 }
 
 std::string_view kindName(ColumnKind kind) {

@@ -67,6 +67,10 @@ public:
 /// double (it has at most 15 digits, so the decimal form comes back exactly) or as decimal text,
 /// moments as text.
 using Stored = std::variant<std::monostate, std::int64_t, double, std::string>;
+/// The same with a text that lies elsewhere.
+using StoredView = std::variant<std::monostate, std::int64_t, double, std::string_view>;
+StoredView viewOf(const Stored& value);
+Stored ownStored(const StoredView& value);
 
 /// Fills kind, width, precision and scale from `type`; a type that is not known leaves `text`
 /// without width. @return false when it is not known.
@@ -94,9 +98,23 @@ Stored toStored(const ColumnInfo& column, const util::Value& value);
 Stored toExact(const ColumnInfo& column, const Literal& literal);
 Stored toExact(const ColumnInfo& column, const util::Value& value);
 
+/// The text as a reader of the column gets it, but for the blanks that fill it up: CHAR is cut to
+/// its width.
+inline std::string_view cutText(const ColumnInfo& column, std::string_view text) {
+    return column.padded ? text.substr(0, column.width) : text;
+}
+/// True for a whole amount that is money at every scale.
+constexpr bool isMoney(std::int64_t whole) {
+    constexpr std::int64_t kMost = 100'000'000'000;
+    return whole > -kMost && whole < kMost;
+}
+
 /// What a reader gets of a kept value: CHAR padded, DECIMAL as money, REAL as float, moments.
 /// @throws PlatformError 245 for a value of another writer that the column cannot hold.
-util::Value fromStored(const ColumnInfo& column, const Stored& value);
+util::Value fromStored(const ColumnInfo& column, const StoredView& value);
+/// The same without a copy of the text, which is not padded; a number that stands in a text column
+/// comes as a number.
+util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value);
 
 /// The server's name of a kind, as its messages show it: "int".
 std::string_view kindName(ColumnKind kind);

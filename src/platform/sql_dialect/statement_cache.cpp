@@ -26,6 +26,10 @@ bool hasTextsAsValuesOnly(const Translation& translation, std::size_t texts) {
     return std::find(isValue.begin(), isValue.end(), false) == isValue.end();
 }
 
+bool isOpening(char character) {
+    return character == '\'' || character == '"' || character == '[';
+}
+
 std::vector<Stored> valuesFor(
     const Translation& translation, const std::vector<std::string>& texts, const Dialect& dialect
 ) {
@@ -47,9 +51,13 @@ std::vector<Stored> valuesFor(
 
 StatementShape shapeOf(std::string_view statement) {
     StatementShape shape;
+    shape.key.reserve(statement.size());
     std::size_t at = 0;
     while (at < statement.size()) {
-        const std::size_t open = std::min(statement.find_first_of("'\"[", at), statement.size());
+        const auto* const mark = std::find_if(
+            statement.begin() + static_cast<std::ptrdiff_t>(at), statement.end(), isOpening
+        );
+        const auto open = static_cast<std::size_t>(mark - statement.begin());
         shape.key.append(statement, at, open - at);
         if (open == statement.size()) {
             return shape;

@@ -69,6 +69,9 @@ Database::Database(const std::string& file, std::string catalog, int timeoutSeco
         sqlite3_extended_result_codes(handle_, 1);
         sqlite3_busy_timeout(handle_, timeoutSeconds * kMillisecondsOfSecond);
         sqlite3_create_collation(handle_, "SERVER", SQLITE_UTF8, nullptr, compareTexts);
+        // Up to 64 MiB: rows lie in the order in which they came, so that a walk in key order comes
+        // back to each page.
+        run("PRAGMA cache_size=-65536");
         run("PRAGMA schema_version");  // tells whether the file is a catalog at all
     } catch (const PlatformError&) {
         forget();
@@ -118,47 +121,48 @@ void Database::fail(int code) const {
     throw serverError(errorUnspecified, {cause});
 }
 
-Database::Prepared::node_type Database::take(const std::string& statement) const {
-    auto kept = kept_.extract(statement);
-    if (kept) {
-        return kept;
+Database::Prepared Database::take(const std::string& text) const {
+    const auto kept = std::find_if(kept_.rbegin(), kept_.rend(), [&](const Prepared& each) {
+        return each.text == text;
+    });
+    if (kept != kept_.rend()) {
+        std::swap(*kept, kept_.back());
+        Prepared taken = std::move(kept_.back());
+        kept_.pop_back();
+        return taken;
     }
-    sqlite3_stmt* prepared = nullptr;
-    const int code = sqlite3_prepare_v2(
-        handle_, statement.data(), static_cast<int>(statement.size()), &prepared, nullptr
-    );
+    Prepared fresh{text};
+    const int size = static_cast<int>(text.size());
+    const int code = sqlite3_prepare_v2(handle_, text.data(), size, &fresh.statement, nullptr);
     if (code != SQLITE_OK) {
         fail(code);
     }
-    return kept_.extract(kept_.emplace(statement, prepared).first);
+    return fresh;
 }
 
-void Database::keep(Prepared::node_type statement) const {
-    sqlite3_reset(statement.mapped());
-    sqlite3_clear_bindings(statement.mapped());
+void Database::keep(Prepared prepared) const {
+    sqlite3_reset(prepared.statement);
+    sqlite3_clear_bindings(prepared.statement);
     if (kept_.size() >= kMostKept) {
         forget();
     }
-    const auto result = kept_.insert(std::move(statement));
-    if (!result.inserted) {  // the same text was prepared twice at the same time
-        sqlite3_finalize(result.node.mapped());
-    }
+    kept_.push_back(std::move(prepared));
 }
 
 void Database::forget() const {
-    for (const auto& [text, statement] : kept_) {
-        sqlite3_finalize(statement);
+    for (const Prepared& prepared : kept_) {
+        sqlite3_finalize(prepared.statement);
     }
     kept_.clear();
 }
 
 Query::Query(const Database& database, const std::string& statement)
     : database_(database),
-      node_(database.take(statement)),
-      statement_(node_.mapped()) {}
+      prepared_(database.take(statement)),
+      statement_(prepared_.statement) {}
 
 Query::~Query() {
-    database_.keep(std::move(node_));
+    database_.keep(std::move(prepared_));
 }
 
 void Query::bind(const std::vector<Stored>& values) {
@@ -171,10 +175,7 @@ void Query::bind(const std::vector<Stored>& values) {
         } else if (const auto* number = std::get_if<double>(&value)) {
             code = sqlite3_bind_double(statement_, place, *number);
         } else if (const auto* text = std::get_if<std::string>(&value)) {
-            const std::string utf8 = util::toUtf8(*text);
-            code = sqlite3_bind_text64(
-                statement_, place, utf8.data(), utf8.size(), SQLITE_TRANSIENT, SQLITE_UTF8
-            );
+            code = isAscii(*text) ? bindText(place, *text) : bindText(place, util::toUtf8(*text));
         } else {
             code = sqlite3_bind_null(statement_, place);
         }
@@ -182,6 +183,12 @@ void Query::bind(const std::vector<Stored>& values) {
             database_.fail(code);
         }
     }
+}
+
+int Query::bindText(int place, std::string_view utf8) {
+    return sqlite3_bind_text64(
+        statement_, place, utf8.data(), utf8.size(), SQLITE_TRANSIENT, SQLITE_UTF8
+    );
 }
 
 bool Query::step() {
@@ -210,25 +217,25 @@ Stored Query::value(int column) const {
 }
 
 void Query::packRow(PackedRows& rows) const {
-    rows.begin();
+    RowPacker put = rows.add();
     const int count = sqlite3_column_count(statement_);
     for (int column = 0; column < count; ++column) {
         switch (sqlite3_column_type(statement_, column)) {
         case SQLITE_NULL:
-            rows.put(std::monostate{});
+            put(std::monostate{});
             break;
         case SQLITE_INTEGER:
-            rows.put(number(column));
+            put(number(column));
             break;
         case SQLITE_FLOAT:
-            rows.put(sqlite3_column_double(statement_, column));
+            put(sqlite3_column_double(statement_, column));
             break;
         default:
             const std::string_view utf8 = bytes(column);
             if (isAscii(utf8)) {
-                rows.put(utf8);
+                put(utf8);
             } else {
-                rows.put(std::string_view(util::fromUtf8(utf8)));
+                put(std::string_view(util::fromUtf8(utf8)));
             }
         }
     }

@@ -5,7 +5,6 @@
 #include "platform/sql_dialect/packed_rows.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,16 +39,18 @@ public:
 private:
     friend class Query;
     [[noreturn]] void fail(int code) const;
-    /// Prepared statements by their text.
-    using Prepared = std::map<std::string, sqlite3_stmt*>;
+    struct Prepared {
+        std::string text;
+        sqlite3_stmt* statement = nullptr;
+    };
     /// A prepared statement that is at rest, from those that were kept when it is among them.
-    [[nodiscard]] Prepared::node_type take(const std::string& statement) const;
+    [[nodiscard]] Prepared take(const std::string& text) const;
     /// Keeps a statement for the next time: the same few are run over and over.
-    void keep(Prepared::node_type statement) const;
+    void keep(Prepared prepared) const;
     void forget() const;
 
     sqlite3* handle_ = nullptr;
-    mutable Prepared kept_;
+    mutable std::vector<Prepared> kept_;  ///< the one that was used last is the last
     std::string file_;
     std::string catalog_;
 };
@@ -76,10 +77,11 @@ public:
     [[nodiscard]] std::int64_t number(int column) const;
 
 private:
+    int bindText(int place, std::string_view utf8);
     [[nodiscard]] std::string_view bytes(int column) const;
 
     const Database& database_;
-    Database::Prepared::node_type node_;
+    Database::Prepared prepared_;
     sqlite3_stmt* statement_ = nullptr;
 };
 

@@ -37,7 +37,7 @@ void testValues(const Database& database, const TableSchema& table, const Column
     );
     const ColumnInfo& present = table.column(column.name);
     while (values.step()) {
-        static_cast<void>(toStored(column, fromStored(present, values.value(0))));
+        static_cast<void>(toStored(column, fromStored(present, viewOf(values.value(0)))));
     }
 }
 

@@ -78,7 +78,7 @@ void SqliteRowSet::send(
     }
     const std::string statement = action + check;
     std::vector<Stored> numbered = values;
-    numbered.push_back(leading().front());
+    numbered.push_back(leading());
     open->change(target, statement + " AND rowid=?", numbered);
     if (open->database.changes() == 0) {
         open->change(target, statement, values);

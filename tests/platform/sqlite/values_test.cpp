@@ -1,5 +1,8 @@
 #include "store.h"
 
+#include <algorithm>
+#include <vector>
+
 using util::Money;
 using util::Value;
 
@@ -104,6 +107,61 @@ TEST_F(Values, readWhatOtherProgramsWroteAndRefuseWhatIsNoNumber) {
     EXPECT_EQ(first("SELECT Code FROM T"), "Y");
     const auto rows = db.openRowSet("SELECT Small FROM T");
     EXPECT_THROW(static_cast<void>(rows->value(0)), platform::PlatformError);
+}
+
+/// The values of readRow with texts padded as value() pads them.
+std::vector<Value> wholeRow(const platform::RowSet& rows, const std::vector<std::size_t>& widths) {
+    std::vector<util::ValueView> views(widths.size());
+    rows.readRow(views);
+    std::vector<Value> values;
+    for (std::size_t at = 0; at < views.size(); ++at) {
+        values.push_back(util::ownValue(views[at]));
+        if (auto* text = std::get_if<std::string>(&values.back())) {
+            text->resize(std::max(text->size(), widths[at]), ' ');
+        }
+    }
+    return values;
+}
+
+std::vector<Value> oneByOne(const platform::RowSet& rows) {
+    std::vector<Value> values;
+    for (int ordinal = 0; ordinal < rows.fieldCount(); ++ordinal) {
+        values.push_back(rows.value(ordinal));
+    }
+    return values;
+}
+
+TEST_F(Values, areTheSameReadAsAWholeRow) {
+    // Given rows of this program and of another one, whose numbers stand in columns of any type,
+    // whose texts are too long, and whose whole amounts reach the edge of the packed forms
+    otherProgram(
+        "CREATE TABLE R(Name CHAR (5),Small SMALLINT,Big BIGINT,Price DECIMAL(18,2),Rate REAL,"
+        "Seen DATETIME,Odd STRING,Odder STRING)"
+    );
+    const std::vector<std::size_t> widths = {5, 0, 0, 0, 0, 0, 0, 0};
+    for (const char* row :
+         {"'Cash',1,9007199254740993,12.5,0.0725,'2006-01-31 14:05:09','x','y'",
+          "'\xc3\xa9t\xc3\xa9 too long',63,64,100000000000,1,NULL,7,7.25",
+          "NULL,-1,-1,-0.01,NULL,NULL,NULL,hex(zeroblob(70))",
+          "'',0,0,99999999999,0,NULL,'',hex(zeroblob(64))"}) {
+        otherProgram(std::string("INSERT INTO R VALUES(") + row + ")");
+    }
+    const auto rows = db.openRowSet("SELECT * FROM R");
+    ASSERT_EQ(rows->recordCount(), 4);
+    for (; !rows->atEnd(); rows->moveNext()) {
+        EXPECT_EQ(wholeRow(*rows, widths), oneByOne(*rows));
+        // When a value is put there
+        rows->setValue(0, std::string("New"));
+        rows->setValue(3, Money::fromRaw(12300));
+        EXPECT_EQ(std::get<std::string>(wholeRow(*rows, widths).front()), "New  ");
+        EXPECT_EQ(wholeRow(*rows, widths), oneByOne(*rows));
+    }
+    // Then behind the end, and of more columns than there are, nothing is read
+    std::vector<util::ValueView> views(1);
+    EXPECT_THROW(rows->readRow(views), platform::PlatformError);
+    rows->moveFirst();
+    views.resize(9);
+    EXPECT_THROW(rows->readRow(views), platform::PlatformError);
 }
 
 }  // namespace
