@@ -53,7 +53,7 @@ tidy-changed: build
 	@scripts/tidy $(BUILD) changed
 
 asan: deps
-	@cmake -S . -B build/asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-g1 -DBREVANE_SANITIZE=ON > /dev/null
+	@cmake -S . -B build/asan -G Ninja -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS_DEBUG=-g1 -O1" -DBREVANE_SANITIZE=ON > /dev/null
 	@cmake --build build/asan -j $(JOBS)
 	@TMPDIR=$(SCRATCH) ctest --test-dir build/asan --output-on-failure -j $(JOBS)
 
