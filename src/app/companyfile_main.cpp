@@ -3,7 +3,6 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,16 +47,19 @@ std::optional<Call> readCall(const std::vector<std::string>& arguments) {
     return call;
 }
 
-/// What a file holds; nothing when it cannot be read, as a folder.
+/// What a file holds; nothing when it cannot be read, as a folder, or has no end.
 std::optional<std::string> textOf(const std::string& name) {
-    std::ostringstream text;
+    constexpr std::size_t kLargest = std::size_t{64} * 1024 * 1024;
+    constexpr std::size_t kPiece = std::size_t{64} * 1024;
     std::ifstream in(name, std::ios::binary);
-    in.peek();  // an empty file has no text to copy, which is no failure
-    if (in.eof()) {
-        return std::string();
+    std::string text;
+    while (in && text.size() <= kLargest) {
+        const std::size_t size = text.size();
+        text.resize(size + kPiece);
+        in.read(text.data() + size, kPiece);
+        text.resize(size + static_cast<std::size_t>(in.gcount()));
     }
-    text << in.rdbuf();
-    return in && text ? std::optional(text.str()) : std::nullopt;
+    return in.eof() ? std::optional(text) : std::nullopt;
 }
 
 int makeNew(const Call& call) {

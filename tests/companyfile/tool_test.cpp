@@ -60,6 +60,7 @@ TEST(CompanyFileTool, endsWithTheStatusOfItsCall) {
          1,
          "cannot be read"},
         {"a folder as mapping", "new " + shop + "2 --mapping " + folder.str(), 1, "cannot be read"},
+        {"a mapping without end", "new " + shop + "2 --mapping /dev/zero", 1, "cannot be read"},
         {"a folder as company file", "balance " + folder.str(), 2, "is not a company file"},
         {"a folder that is not there", "new " + folder.str() + "/no/shop.qbw", 1, "could not be"},
         {"a sound file", "check " + shop, 0, "is sound"},
