@@ -36,7 +36,10 @@ ConnectionWords
 sqlServerAddress(const std::string& driver, const std::string& source, const std::string& port) {
     if (holds(driver, "FreeTDS") || holds(driver, "tdsodbc")) {
         // Texts pass between driver and link without loss; the server's code page is its affair.
-        ConnectionWords words = {{"ClientCharset", "UTF-8"}};
+        // A server that knows no more than an older version answers with that one. Without a word
+        // of the version the driver would try one after the other, and not keep to the time limit
+        // from the second on.
+        ConnectionWords words = {{"ClientCharset", "UTF-8"}, {"TDS_Version", "7.4"}};
         words.emplace_back("Server", port.empty() ? source : hostOf(source));
         if (!port.empty()) {
             words.emplace_back("Port", port);

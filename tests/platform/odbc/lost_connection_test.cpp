@@ -131,8 +131,7 @@ TEST_P(OwnServer, lostBehindAStatementFailsItAlthoughItWasDone) {
 TEST_P(LostConnection, toAServerThatNeverAnswersEndsAtItsTime) {
     platform::ConnectionSettings settings = GetParam().settings(catalog);
     settings.timeoutSeconds = 1;
-    const std::string wire = "FreeTDS;TDS_Version=7.1";
-    for (const std::string& driver : {GetParam().at->options().driver, wire}) {
+    for (const std::string& driver : {GetParam().at->options().driver, std::string("FreeTDS")}) {
         SCOPED_TRACE(driver);
         const testing_support::AnswerCutter silence(0);
         const platform::OdbcOptions options{driver + ";Server=127.0.0.1", silence.port()};

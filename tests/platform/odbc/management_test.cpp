@@ -112,14 +112,14 @@ TEST(ConnectionText, namesDriverServerAndLogin) {
          {"FreeTDS", ""},
          "SHOP\\NUV",
          false,
-         "Driver={FreeTDS};ClientCharset=UTF-8;Server=SHOP\\NUV;Database=NUVDATA1;UID=qz;PWD={a;b}"
-         ";"},
+         "Driver={FreeTDS};ClientCharset=UTF-8;TDS_Version=7.4;Server=SHOP\\NUV;"
+         "Database=NUVDATA1;UID=qz;PWD={a;b};"},
         {"a port makes the instance needless",
          {"FreeTDS", "14330"},
          "SHOP\\NUV",
          false,
-         "Driver={FreeTDS};ClientCharset=UTF-8;Server=SHOP;Port=14330;Database=NUVDATA1;UID=qz;"
-         "PWD={a;b};"},
+         "Driver={FreeTDS};ClientCharset=UTF-8;TDS_Version=7.4;Server=SHOP;Port=14330;"
+         "Database=NUVDATA1;UID=qz;PWD={a;b};"},
         {"the vendor's driver takes the port behind a comma",
          {"ODBC Driver 17 for SQL Server", "14330"},
          "SHOP\\NUV",
@@ -132,11 +132,11 @@ TEST(ConnectionText, namesDriverServerAndLogin) {
          true,
          "Driver={SQL Server};Server={(local)};Database=NUVDATA1;Trusted_Connection=Yes;"},
         {"keywords behind the driver's name stand in for ours",
-         {"FreeTDS;Server=10.0.0.5;Encryption=require", ""},
+         {"FreeTDS;Server=10.0.0.5;TDS_Version=7.1;Encryption=require", ""},
          "SHOP\\NUV",
          false,
-         "Driver={FreeTDS};ClientCharset=UTF-8;Server=10.0.0.5;Database=NUVDATA1;UID=qz;PWD={a;b};"
-         "Encryption=require;"},
+         "Driver={FreeTDS};ClientCharset=UTF-8;TDS_Version=7.1;Server=10.0.0.5;"
+         "Database=NUVDATA1;UID=qz;PWD={a;b};Encryption=require;"},
         {"the best driver that is there",
          {"", ""},
          "SHOP\\NUV",

@@ -21,7 +21,7 @@ protected:
     TdsServer server{[this](const std::string& statement) { return answerTo(statement); }};
 
     [[nodiscard]] platform::OdbcOptions options() const {
-        return {"FreeTDS;Server=127.0.0.1;TDS_Version=7.1", server.port()};
+        return {"FreeTDS;Server=127.0.0.1", server.port()};
     }
     std::unique_ptr<platform::OdbcConnection> open() {
         auto connection = std::make_unique<platform::OdbcConnection>([this] { return options(); });
