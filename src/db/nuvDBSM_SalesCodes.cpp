@@ -1,8 +1,10 @@
 #include "db/nuvDBSM_SalesCodes.h"
 
+#include "core/brv_op.h"
 #include "db/connection.h"
 #include "db/table_module.h"
 #include "platform/ports/platform.h"
+#include "util/basic_error.h"
 #include "util/conversions.h"
 
 db::SalesCodeRecord gSalesCode;
@@ -152,8 +154,15 @@ void gpSalesCodes_AddDefaults() {
     }
     const std::string text = util::replaceAll(platform::files().read(file), "\r", "");
     for (const std::string& line : util::split(text, '\n')) {
-        if (!util::trim(line).empty()) {
+        if (util::trim(line).empty()) {
+            continue;
+        }
+        try {
             db::addDefault(line);
+        } catch (const util::BasicError& error) {  // a number is too large for its column
+            core::showMessage(
+                "DefaultSalesCodes.txt: " + std::string(error.what()) + "\r\n" + line
+            );
         }
     }
 }

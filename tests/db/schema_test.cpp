@@ -261,9 +261,13 @@ TEST_P(Schema, ofTheHubHasNamesOfItsOwn) {
 TEST_P(Schema, takesFirstSalesCodesFromTheProgramsFile) {
     folder.write(
         "program/DefaultSalesCodes.txt",
-        "1|HOUSE|1| H |House\r\n\r\n2|D'ARCY|1|D\r\n2|TWICE|1|T\r\n"
+        "1|HOUSE|1| H |House\r\n3|FAR|99999|F\r\n\r\n2|D'ARCY|1|D\r\n2|TWICE|1|T\r\n"
     );
     openStore();
+    EXPECT_EQ(
+        desktop.boxTexts(),
+        std::vector<std::string>{"DefaultSalesCodes.txt: Overflow\r\n3|FAR|99999|F"}
+    );
     std::string name = "SalesCode";
     EXPECT_EQ(gfiDB_RecordCount(db::tableSalesCode, name), 2);
     gSalesCode.UserID = 1;
