@@ -134,7 +134,7 @@ std::chrono::nanoseconds SqliteReplay::run() {
 // CMakeLists.txt.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
-int __real_sqlite3_step(sqlite3_stmt* statement);
+decltype(sqlite3_step) __real_sqlite3_step;
 int __wrap_sqlite3_step(sqlite3_stmt* statement) {
     record.keep(statement, Step());
     const int code = __real_sqlite3_step(statement);
@@ -142,57 +142,49 @@ int __wrap_sqlite3_step(sqlite3_stmt* statement) {
     return code;
 }
 
-int __real_sqlite3_column_type(sqlite3_stmt* statement, int column);
+decltype(sqlite3_column_type) __real_sqlite3_column_type;
 int __wrap_sqlite3_column_type(sqlite3_stmt* statement, int column) {
     record.readsTypes(statement);
     return __real_sqlite3_column_type(statement, column);
 }
 
-int __real_sqlite3_reset(sqlite3_stmt* statement);
+decltype(sqlite3_reset) __real_sqlite3_reset;
 int __wrap_sqlite3_reset(sqlite3_stmt* statement) {
     record.keep(statement, Reset());
     return __real_sqlite3_reset(statement);
 }
 
-int __real_sqlite3_clear_bindings(sqlite3_stmt* statement);
+decltype(sqlite3_clear_bindings) __real_sqlite3_clear_bindings;
 int __wrap_sqlite3_clear_bindings(sqlite3_stmt* statement) {
     record.keep(statement, Clear());
     return __real_sqlite3_clear_bindings(statement);
 }
 
-int __real_sqlite3_bind_null(sqlite3_stmt* statement, int place);
+decltype(sqlite3_bind_null) __real_sqlite3_bind_null;
 int __wrap_sqlite3_bind_null(sqlite3_stmt* statement, int place) {
     record.keep(statement, Bound{place, {}});
     return __real_sqlite3_bind_null(statement, place);
 }
 
-int __real_sqlite3_bind_int64(sqlite3_stmt* statement, int place, sqlite3_int64 value);
+decltype(sqlite3_bind_int64) __real_sqlite3_bind_int64;
 int __wrap_sqlite3_bind_int64(sqlite3_stmt* statement, int place, sqlite3_int64 value) {
     record.keep(statement, Bound{place, std::int64_t{value}});
     return __real_sqlite3_bind_int64(statement, place, value);
 }
 
-int __real_sqlite3_bind_double(sqlite3_stmt* statement, int place, double value);
+decltype(sqlite3_bind_double) __real_sqlite3_bind_double;
 int __wrap_sqlite3_bind_double(sqlite3_stmt* statement, int place, double value) {
     record.keep(statement, Bound{place, value});
     return __real_sqlite3_bind_double(statement, place, value);
 }
 
-using Destroy = void (*)(void*);
-int __real_sqlite3_bind_text64(
-    sqlite3_stmt* statement,
-    int place,
-    const char* text,
-    sqlite3_uint64 size,
-    Destroy destroy,
-    unsigned char encoding
-);
+decltype(sqlite3_bind_text64) __real_sqlite3_bind_text64;
 int __wrap_sqlite3_bind_text64(
     sqlite3_stmt* statement,
     int place,
     const char* text,
     sqlite3_uint64 size,
-    Destroy destroy,
+    void (*destroy)(void*),
     unsigned char encoding
 ) {
     if (record.isOn) {

@@ -150,9 +150,6 @@ std::string gfsDB_QuoteKey(const std::string& value, LegacyBool doubleQuotes) {
         std::string blanks(value.size(), ' ');
         return blanks;
     }
-    if (value.find('\'') == std::string::npos) {
-        return value;
-    }
     if (value.find("''") != std::string::npos) {
         return value;  // Kept: taken as cleaned already, so a name with two quotes loses one
     }

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 /// Between the fields of a record and the values of a row. What a row does not hold (NULL) reads as
@@ -59,6 +60,12 @@ inline void store(std::optional<util::DateTime>& field, const util::Value& value
 /// Fills a field from a value of a row; one of the field's own kind without a detour.
 template <class Field>
 void read(Field& field, const util::ValueView& value) {
+    if constexpr (std::is_same_v<Field, float> || std::is_same_v<Field, util::Money>) {
+        if (const auto* own = std::get_if<Field>(&value)) {
+            field = *own;
+            return;
+        }
+    }
     store(field, util::ownValue(value));
 }
 template <std::size_t Width>
@@ -77,15 +84,6 @@ void read(Field& field, const util::ValueView& value) {
     } else {
         store(field, util::ownValue(value));
     }
-}
-
-inline void read(float& field, const util::ValueView& value) {
-    const auto* single = std::get_if<float>(&value);
-    field = single != nullptr ? *single : singleFrom(util::ownValue(value));
-}
-inline void read(util::Money& field, const util::ValueView& value) {
-    const auto* money = std::get_if<util::Money>(&value);
-    field = money != nullptr ? *money : moneyFrom(util::ownValue(value));
 }
 
 /// All characters of a text field; one that was never filled gives blanks.

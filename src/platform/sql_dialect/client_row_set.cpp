@@ -14,6 +14,12 @@ bool isWhole(ColumnKind kind) {
            kind == ColumnKind::bigInt;
 }
 
+/// True for a whole amount that is money at every scale.
+constexpr bool isMoney(std::int64_t whole) {
+    constexpr std::int64_t kMost = 100'000'000'000;
+    return whole > -kMost && whole < kMost;
+}
+
 /// Gives a kept value to a reader. What most values are goes straight through.
 struct Giver {
     const ColumnInfo& column;

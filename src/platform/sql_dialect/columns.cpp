@@ -265,10 +265,6 @@ util::Money moneyOf(const ColumnInfo& column, const StoredView& value) {
         }
     }
     const std::int64_t power = kPowers[column.scale];
-    const auto* whole = std::get_if<std::int64_t>(&value);
-    if (whole != nullptr && isMoney(*whole)) {
-        return util::Money::fromWhole(*whole);
-    }
     const double units = numberOf(column, value) * static_cast<double>(power);
     if (std::fabs(units) >= static_cast<double>(kExactLimit)) {
         throw serverError(errorNumericOverflow, {"numeric", kindName(column.kind)});
@@ -427,10 +423,7 @@ util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value
     }
     switch (column.kind) {
     case ColumnKind::text:
-        if (const auto* text = std::get_if<std::string_view>(&value)) {
-            return cutText(column, *text);
-        }
-        return std::visit([](const auto& held) { return util::ValueView(held); }, value);
+        return cutText(column, std::get<std::string_view>(value));
     case ColumnKind::real:
         return static_cast<float>(numberOf(column, value));
     case ColumnKind::floating:

@@ -103,17 +103,12 @@ Stored toExact(const ColumnInfo& column, const util::Value& value);
 inline std::string_view cutText(const ColumnInfo& column, std::string_view text) {
     return column.padded ? text.substr(0, column.width) : text;
 }
-/// True for a whole amount that is money at every scale.
-constexpr bool isMoney(std::int64_t whole) {
-    constexpr std::int64_t kMost = 100'000'000'000;
-    return whole > -kMost && whole < kMost;
-}
 
 /// What a reader gets of a kept value: CHAR padded, DECIMAL as money, REAL as float, moments.
 /// @throws PlatformError 245 for a value of another writer that the column cannot hold.
 util::Value fromStored(const ColumnInfo& column, const StoredView& value);
-/// The same without a copy of the text, which is not padded; a number that stands in a text column
-/// comes as a number.
+/// The same without a copy of the text, which is not padded. Not for a number that stands in a text
+/// column: its text is nowhere yet.
 util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value);
 
 /// The server's name of a kind, as its messages show it: "int".
