@@ -8,7 +8,6 @@
 #include "support/store_adapters.h"
 #include "support/temp_folder.h"
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -30,9 +29,6 @@ public:
     static bool next();
     /// Walks from the first sale to the end. @return sales seen.
     static std::int64_t walk();
-    /// Time spent behind the data port since the store was made or the time forgotten.
-    [[nodiscard]] std::chrono::nanoseconds adapterTime() const { return adapterTime_; }
-    void forgetTime() { adapterTime_ = {}; }
 
     /// Statements that passed the data port; the measurements set it to 0.
     std::int64_t statements = 0;
@@ -50,7 +46,6 @@ private:
     platform::NativeProcesses processes_;
     platform::NativeClock clock_;
     testing_support::RecordingDesktop desktop_;
-    std::chrono::nanoseconds adapterTime_{};
 };
 
 }  // namespace bench
