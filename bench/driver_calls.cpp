@@ -8,15 +8,32 @@
 // manager of a server with all behind it (driver, wire and server). The linker's names: __wrap_X is
 // called in the place of X, which is __real_X. Listed in CMakeLists.txt.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
-#define BENCH_DRIVER_CALL(result, name, parameters, arguments)                                     \
+#define BENCH_DRIVER_CALL(inside, result, name, parameters, arguments)                             \
     extern "C" result __real_##name parameters;                                                    \
     extern "C" result __wrap_##name parameters {                                                   \
-        const bench::Inside<bench::Place::driver> inside;                                          \
+        const inside here;                                                                         \
         return __real_##name arguments;                                                            \
     }
 
+namespace {
+
+/// The adapter in a call on a library whose calls are short, and this by nothing but two stores.
+class InLibrary {
+public:
+    InLibrary() { bench::place.store(bench::Place::driver, std::memory_order_relaxed); }
+    ~InLibrary() { bench::place.store(bench::Place::adapter, std::memory_order_relaxed); }
+    InLibrary(const InLibrary&) = delete;
+    InLibrary& operator=(const InLibrary&) = delete;
+    InLibrary(InLibrary&&) = delete;
+    InLibrary& operator=(InLibrary&&) = delete;
+};
+
+using InServer = bench::Inside<bench::Place::driver>;
+
+}  // namespace
+
 #define BENCH_SQLITE_CALL(result, name)                                                            \
-    BENCH_DRIVER_CALL(result, sqlite3_##name, (sqlite3_stmt * statement), (statement))
+    BENCH_DRIVER_CALL(InLibrary, result, sqlite3_##name, (sqlite3_stmt * statement), (statement))
 BENCH_SQLITE_CALL(int, step)
 BENCH_SQLITE_CALL(int, reset)
 BENCH_SQLITE_CALL(int, clear_bindings)
@@ -24,7 +41,11 @@ BENCH_SQLITE_CALL(int, column_count)
 
 #define BENCH_SQLITE_READ(result, name)                                                            \
     BENCH_DRIVER_CALL(                                                                             \
-        result, sqlite3_column_##name, (sqlite3_stmt * statement, int column), (statement, column) \
+        InLibrary,                                                                                 \
+        result,                                                                                    \
+        sqlite3_column_##name,                                                                     \
+        (sqlite3_stmt * statement, int column),                                                    \
+        (statement, column)                                                                        \
     )
 BENCH_SQLITE_READ(int, type)
 BENCH_SQLITE_READ(sqlite3_int64, int64)
@@ -32,20 +53,25 @@ BENCH_SQLITE_READ(double, double)
 BENCH_SQLITE_READ(const unsigned char*, text)
 BENCH_SQLITE_READ(int, bytes)
 
-BENCH_DRIVER_CALL(int, sqlite3_bind_null, (sqlite3_stmt * statement, int place), (statement, place))
 BENCH_DRIVER_CALL(
+    InLibrary, int, sqlite3_bind_null, (sqlite3_stmt * statement, int place), (statement, place)
+)
+BENCH_DRIVER_CALL(
+    InLibrary,
     int,
     sqlite3_bind_int64,
     (sqlite3_stmt * statement, int place, sqlite3_int64 value),
     (statement, place, value)
 )
 BENCH_DRIVER_CALL(
+    InLibrary,
     int,
     sqlite3_bind_double,
     (sqlite3_stmt * statement, int place, double value),
     (statement, place, value)
 )
 BENCH_DRIVER_CALL(
+    InLibrary,
     int,
     sqlite3_bind_text64,
     (sqlite3_stmt * statement,
@@ -58,14 +84,16 @@ BENCH_DRIVER_CALL(
 )
 
 BENCH_DRIVER_CALL(
+    InServer,
     SQLRETURN,
     SQLExecDirectW,
     (SQLHSTMT statement, SQLWCHAR* text, SQLINTEGER size),
     (statement, text, size)
 )
-BENCH_DRIVER_CALL(SQLRETURN, SQLFetch, (SQLHSTMT statement), (statement))
-BENCH_DRIVER_CALL(SQLRETURN, SQLMoreResults, (SQLHSTMT statement), (statement))
+BENCH_DRIVER_CALL(InServer, SQLRETURN, SQLFetch, (SQLHSTMT statement), (statement))
+BENCH_DRIVER_CALL(InServer, SQLRETURN, SQLMoreResults, (SQLHSTMT statement), (statement))
 BENCH_DRIVER_CALL(
+    InServer,
     SQLRETURN,
     SQLGetData,
     (SQLHSTMT statement,
@@ -77,9 +105,14 @@ BENCH_DRIVER_CALL(
     (statement, column, type, value, size, indicator)
 )
 BENCH_DRIVER_CALL(
-    SQLRETURN, SQLNumResultCols, (SQLHSTMT statement, SQLSMALLINT* count), (statement, count)
+    InServer,
+    SQLRETURN,
+    SQLNumResultCols,
+    (SQLHSTMT statement, SQLSMALLINT* count),
+    (statement, count)
 )
 BENCH_DRIVER_CALL(
+    InServer,
     SQLRETURN,
     SQLDescribeColW,
     (SQLHSTMT statement,
@@ -94,10 +127,13 @@ BENCH_DRIVER_CALL(
     (statement, column, name, size, length, type, width, digits, nullable)
 )
 BENCH_DRIVER_CALL(
+    InServer,
     SQLRETURN,
     SQLAllocHandle,
     (SQLSMALLINT type, SQLHANDLE input, SQLHANDLE* output),
     (type, input, output)
 )
-BENCH_DRIVER_CALL(SQLRETURN, SQLFreeHandle, (SQLSMALLINT type, SQLHANDLE handle), (type, handle))
+BENCH_DRIVER_CALL(
+    InServer, SQLRETURN, SQLFreeHandle, (SQLSMALLINT type, SQLHANDLE handle), (type, handle)
+)
 // NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)

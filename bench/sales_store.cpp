@@ -106,6 +106,20 @@ void SalesStore::fill(std::int32_t sales) {
         gSalesHead.Store = 1;
         gSalesHead.Invoice = invoice;
         gSalesHead.SaleDate = "20150110";
+        gSalesHead.time = 1405;
+        gSalesHead.Scode = "AB";
+        gSalesHead.ARCode = "SMITH";
+        gSalesHead.TotalSale = util::Money::fromRaw(10'8213 + sale);
+        gSalesHead.SubTotal = util::Money::fromRaw(10'0900);
+        gSalesHead.Taxes = 1;
+        gSalesHead.TaxRate1 = 7.25F;
+        gSalesHead.TaxAmount1 = gSalesHead.SubTotal;
+        gSalesHead.TaxTax1 = util::Money::fromRaw(7313);
+        gSalesHead.Tenders = 1;
+        gSalesHead.TendType1 = 2;
+        gSalesHead.TendAmount1 = gSalesHead.TotalSale;
+        gSalesHead.TendRef1 = "XXXX-1881";
+        gSalesHead.Taxed = "Y";
         if (gfiDB_Operation(db::tableSalesHead, db::opInsert, 0) == kNo) {
             throw std::runtime_error("sale " + invoice + " was refused");
         }

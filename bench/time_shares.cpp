@@ -27,6 +27,7 @@ void clockInto(Place next) {
 }
 
 TimeShares::TimeShares(Method method) {
+    place = Place::engine;
     hasClock = method == Method::clock;
     if (hasClock) {
         nanosecondsIn = {};

@@ -133,7 +133,9 @@ void gpDB_CloseTable(std::int16_t table) {
 void gpDB_SetKey(std::int16_t table, std::int16_t parts, const std::vector<db::KeyPair>& pairs) {
     DBTableDescriptors[table].KeyParts = parts;
     DBKeyFields.fill(0);
-    DBKeyValues.fill(util::Value());
+    for (util::Value& value : DBKeyValues) {
+        value.emplace<std::monostate>();
+    }
     const std::size_t count = std::min(pairs.size(), db::kMaxKeyParts);
     for (std::size_t index = 0; index < count; ++index) {
         DBKeyFields.at(index) = pairs[index].ordinal;

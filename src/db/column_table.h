@@ -6,11 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string_view>
 #include <tuple>
-#include <type_traits>
 
 /// A SQL table as data: one row for each column. Everything that a table module does (create text,
 /// read, write, clean, values, keys) walks these rows.
@@ -64,20 +62,21 @@ consteval std::size_t widthOf(std::string_view type) {
 
 template <class Field>
 consteval bool fits(std::string_view type) {
-    if constexpr (std::is_same_v<Field, std::int16_t>) {
+    switch (kindOf<Field>()) {
+    case FieldKind::small:
         return beginsWith(type, "smallint");
-    } else if constexpr (std::is_same_v<Field, std::int32_t>) {
+    case FieldKind::whole:
         return beginsWith(type, "int");
-    } else if constexpr (std::is_same_v<Field, std::int64_t>) {
+    case FieldKind::wide:
         return beginsWith(type, "bigint");
-    } else if constexpr (std::is_same_v<Field, float>) {
+    case FieldKind::single:
         return beginsWith(type, "real");
-    } else if constexpr (std::is_same_v<Field, util::Money>) {
+    case FieldKind::money:
         return beginsWith(type, "decimal") || beginsWith(type, "numeric");
-    } else if constexpr (std::is_same_v<Field, std::optional<util::DateTime>>) {
+    case FieldKind::moment:
         return beginsWith(type, "date");
-    } else {
-        return beginsWith(type, "char") && widthOf(type) == Field::kWidth;
+    default:
+        return beginsWith(type, "char") && widthOf(type) == sizeof(Field);
     }
 }
 

@@ -7,6 +7,8 @@
 #include "util/basic_error.h"
 #include "util/conversions.h"
 
+#include <algorithm>
+
 db::SalesCodeRecord gSalesCode;
 
 namespace db {
@@ -103,11 +105,10 @@ void upgrade() {
 /// Fills the record from the fields of one line, in column order.
 void fillFrom(const std::vector<std::string>& fields) {
     gSalesCode = SalesCodeRecord();
-    kSalesCode.forEachColumn([&](const auto& column, std::size_t ordinal) {
-        if (ordinal < fields.size()) {
-            store(gSalesCode.*column.field, fields[ordinal]);
-        }
-    });
+    const std::span<const RecordField> own = layoutOf<kSalesCode>().fields;
+    for (std::size_t at = 0; at < std::min(own.size(), fields.size()); ++at) {
+        fillField(&gSalesCode, own[at], fields[at]);
+    }
 }
 
 void giveFirstPassword() {

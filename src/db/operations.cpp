@@ -31,6 +31,7 @@ std::string columnOfPart(std::int16_t table, std::size_t part) {
 /// The first `count` parts of the stored key as texts.
 std::vector<db::KeyText> keyTexts(std::int16_t table, std::size_t count) {
     std::vector<db::KeyText> key;
+    key.reserve(count);
     for (std::size_t part = 0; part < count; ++part) {
         key.push_back({columnOfPart(table, part), db::statementText(DBKeyValues.at(part))});
     }

@@ -2,7 +2,11 @@
 
 #include "util/conversions.h"
 
+#include <cstddef>
+#include <span>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace db {
 
@@ -118,6 +122,97 @@ bool readsAlike(const util::Value& present, const util::Value& wanted) {
         return *whole == *wantedWhole;  // a BIGINT can be greater than any amount
     }
     return moneyFrom(present) == moneyFrom(wanted);
+}
+
+namespace {
+
+template <class Field>
+Field& fieldAt(void* record, const RecordField& field) {
+    return *reinterpret_cast<Field*>(static_cast<std::byte*>(record) + field.offset);
+}
+
+template <class Field>
+const Field& fieldAt(const void* record, const RecordField& field) {
+    return *reinterpret_cast<const Field*>(static_cast<const std::byte*>(record) + field.offset);
+}
+
+std::span<char> textAt(void* record, const RecordField& field) {
+    return {&fieldAt<char>(record, field), field.size};
+}
+
+/// Fills a field from a value of its own kind without a detour, and else from what the value is by
+/// `convert`.
+template <class Own, class Field>
+void take(Field& target, const util::ValueView& value, Field (*convert)(const util::Value& value)) {
+    const auto* own = std::get_if<Own>(&value);
+    if constexpr (std::is_integral_v<Field>) {
+        if (own != nullptr && std::in_range<Field>(*own)) {
+            target = static_cast<Field>(*own);
+            return;
+        }
+    } else if (own != nullptr) {
+        target = *own;
+        return;
+    }
+    target = convert(util::ownValue(value));
+}
+
+}  // namespace
+
+void fillField(void* record, const RecordField& field, const util::ValueView& value) {
+    switch (field.kind) {
+    case FieldKind::text:
+        if (const auto* text = std::get_if<std::string_view>(&value)) {
+            util::fillText(textAt(record, field), *text);
+        } else {
+            util::fillText(textAt(record, field), statementText(util::ownValue(value)));
+        }
+        break;
+    case FieldKind::small:
+        take<std::int64_t>(fieldAt<std::int16_t>(record, field), value, &smallFrom);
+        break;
+    case FieldKind::whole:
+        take<std::int64_t>(fieldAt<std::int32_t>(record, field), value, &longFrom);
+        break;
+    case FieldKind::wide:
+        take<std::int64_t>(fieldAt<std::int64_t>(record, field), value, &wholeFrom);
+        break;
+    case FieldKind::single:
+        take<float>(fieldAt<float>(record, field), value, &singleFrom);
+        break;
+    case FieldKind::money:
+        take<util::Money>(fieldAt<util::Money>(record, field), value, &moneyFrom);
+        break;
+    case FieldKind::moment:
+        take<util::DateTime>(
+            fieldAt<std::optional<util::DateTime>>(record, field), value, &momentFrom
+        );
+        break;
+    }
+}
+
+util::Value fieldValue(const void* record, const RecordField& field) {
+    switch (field.kind) {
+    case FieldKind::small:
+        return std::int64_t{fieldAt<std::int16_t>(record, field)};
+    case FieldKind::whole:
+        return std::int64_t{fieldAt<std::int32_t>(record, field)};
+    case FieldKind::wide:
+        return fieldAt<std::int64_t>(record, field);
+    case FieldKind::single:
+        return fieldAt<float>(record, field);
+    case FieldKind::money:
+        return fieldAt<util::Money>(record, field);
+    case FieldKind::moment: {
+        const auto& moment = fieldAt<std::optional<util::DateTime>>(record, field);
+        return moment ? util::Value(*moment) : util::Value();
+    }
+    default: {
+        const std::string_view text(&fieldAt<char>(record, field), field.size);
+        const bool isUnset = text.find('\0') != std::string_view::npos;
+        return isUnset ? std::string(field.size, ' ') : std::string(text);
+    }
+    }
 }
 
 }  // namespace db

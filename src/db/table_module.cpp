@@ -47,6 +47,15 @@ std::string insertValue(const util::Value& value) {
     return standsInQuotes(value) ? "'" + text + "'" : text;
 }
 
+/// The value of a field, a text without harm between single quotes.
+util::Value cleanCopy(const RecordLayout& layout, std::size_t at, const void* record) {
+    util::Value copy = fieldValue(record, layout.fields[at]);
+    if (auto* text = std::get_if<std::string>(&copy)) {
+        *text = gfsDB_QuoteKey(*text, legacyBool(layout.quotes[at] == Quotes::doubled));
+    }
+    return copy;
+}
+
 }  // namespace
 
 const TableRoutines* routinesFor(std::int16_t number) {
@@ -72,33 +81,18 @@ std::string insertValues(const std::vector<util::Value>& copies) {
     return text;
 }
 
-void fillFields(FieldSlots fields, void* record, std::span<const util::ValueView> values) {
-    for (std::size_t at = 0; at < fields.size(); ++at) {
-        fields[at].fill(static_cast<std::byte*>(record) + fields[at].offset, values[at]);
-    }
-}
-
-util::Value cleanCopy(const FieldSlot& field, const void* record) {
-    util::Value copy = field.give(static_cast<const std::byte*>(record) + field.offset);
-    if (auto* text = std::get_if<std::string>(&copy)) {
-        *text = gfsDB_QuoteKey(*text, legacyBool(field.quotes == Quotes::doubled));
-    }
-    return copy;
-}
-
-std::vector<util::Value> cleanCopies(FieldSlots fields, const void* record) {
+std::vector<util::Value> cleanCopies(const RecordLayout& layout, const void* record) {
     std::vector<util::Value> copies;
-    copies.reserve(fields.size());
-    for (const FieldSlot& field : fields) {
-        copies.push_back(cleanCopy(field, record));
+    copies.reserve(layout.fields.size());
+    for (std::size_t at = 0; at < layout.fields.size(); ++at) {
+        copies.push_back(cleanCopy(layout, at, record));
     }
     return copies;
 }
 
-void writeFields(std::int16_t table, FieldSlots fields, const void* record) {
-    const auto* begin = static_cast<const std::byte*>(record);
-    for (std::size_t at = 0; at < fields.size(); ++at) {
-        const util::Value value = fields[at].give(begin + fields[at].offset);
+void writeFields(std::int16_t table, const RecordLayout& layout, const void* record) {
+    for (std::size_t at = 0; at < layout.fields.size(); ++at) {
+        const util::Value value = fieldValue(record, layout.fields[at]);
         gpDB_SetField(table, static_cast<std::int16_t>(at), value);
     }
 }
@@ -107,14 +101,15 @@ void setKeyFrom(
     std::int16_t table,
     std::int16_t keyNumber,
     std::span<const ResolvedPart> parts,
-    FieldSlots fields,
+    const RecordLayout& layout,
     const void* record
 ) {
     std::vector<KeyPair> pairs;
+    pairs.reserve(kMaxKeyParts);
     for (const ResolvedPart& part : parts) {
         if (part.key == keyNumber) {
-            const FieldSlot& field = fields[static_cast<std::size_t>(part.source)];
-            pairs.push_back({part.ordinal, cleanCopy(field, record)});
+            const auto at = static_cast<std::size_t>(part.source);
+            pairs.push_back({part.ordinal, cleanCopy(layout, at, record)});
         }
     }
     if (!pairs.empty()) {

@@ -69,32 +69,24 @@ struct ResolvedPart {
     std::int16_t ordinal;  ///< of the column that the statement names
     std::int16_t source;   ///< of the column that gives the value
 };
-/// A field of a record without its type: where it stands, and how it is filled and given. One loop
-/// over these serves every table.
-struct FieldSlot {
-    std::size_t offset;  ///< bytes from the record's beginning
-    Quotes quotes;
-    void (*fill)(void* field, const util::ValueView& value);
-    util::Value (*give)(const void* field);
+/// The fields of a record in column order, without their types: one loop over these serves every
+/// table.
+struct RecordLayout {
+    std::span<const RecordField> fields;
+    std::span<const Quotes> quotes;
 };
-/// The fields of a record in column order.
-using FieldSlots = std::span<const FieldSlot>;
 
-/// Fills the fields of a record from the values of a row.
-void fillFields(FieldSlots fields, void* record, std::span<const util::ValueView> values);
 /// Copies the fields of a record into the row in hand.
-void writeFields(std::int16_t table, FieldSlots fields, const void* record);
-/// The value of a field, a text without harm between single quotes.
-util::Value cleanCopy(const FieldSlot& field, const void* record);
-/// The same of all fields.
-std::vector<util::Value> cleanCopies(FieldSlots fields, const void* record);
+void writeFields(std::int16_t table, const RecordLayout& layout, const void* record);
+/// The values of the fields, texts without harm between single quotes.
+std::vector<util::Value> cleanCopies(const RecordLayout& layout, const void* record);
 /// Stores the parts of `keyNumber` with the values of the record's fields; a number that has no
 /// parts leaves the stored key as it is.
 void setKeyFrom(
     std::int16_t table,
     std::int16_t keyNumber,
     std::span<const ResolvedPart> parts,
-    FieldSlots fields,
+    const RecordLayout& layout,
     const void* record
 );
 /// Fills the names of a descriptor and marks the table as not open.
@@ -105,56 +97,49 @@ indexStatements(std::int16_t table, std::span<const std::string_view> indexes);
 /// Makes the table when the catalog has none of its name. @return true when it had none.
 bool makeIfMissing(std::int16_t table);
 
-template <class Field>
-void fillField(void* field, const util::ValueView& value) {
-    read(*static_cast<Field*>(field), value);
-}
-
-template <class Field>
-util::Value giveField(const void* field) {
-    return valueOf(*static_cast<const Field*>(field));
-}
-
 /// The fields that the columns of a table name.
 template <const auto& kTable>
-FieldSlots fieldsOf() {
-    static const auto kFields = [] {
+const RecordLayout& layoutOf() {
+    struct Fields {
+        std::vector<RecordField> fields;
+        std::vector<Quotes> quotes;
+    };
+    static const Fields kFields = [] {
         const typename std::decay_t<decltype(kTable)>::RecordType record;
         const auto* begin = reinterpret_cast<const std::byte*>(&record);
-        std::vector<FieldSlot> fields;
+        Fields all;
         kTable.forEachColumn([&](const auto& column, std::size_t) {
             const auto& field = record.*column.field;
             using Field = std::decay_t<decltype(field)>;
             const auto offset = reinterpret_cast<const std::byte*>(&field) - begin;
-            fields.push_back(
-                {static_cast<std::size_t>(offset),
-                 column.quotes,
-                 &fillField<Field>,
-                 &giveField<Field>}
+            all.fields.push_back(
+                {static_cast<std::uint32_t>(offset), sizeof(Field), kindOf<Field>()}
             );
+            all.quotes.push_back(column.quotes);
         });
-        return fields;
+        return all;
     }();
-    return kFields;
-}
-
-/// Copies the row in hand into the record; a row that is too short leaves the record alone.
-template <const auto& kTable, class Record>
-void readRow(Record& record, const platform::RowSet& rows) {
-    std::array<util::ValueView, kTable.columnCount()> values;
-    rows.readRow(values);
-    Record fresh;
-    fillFields(fieldsOf<kTable>(), &fresh, values);
-    record = fresh;
+    static const RecordLayout kLayout = {kFields.fields, kFields.quotes};
+    return kLayout;
 }
 
 /// A record with blank texts and zeros.
 template <const auto& kTable>
 auto clearedRecord() {
     typename std::decay_t<decltype(kTable)>::RecordType record;
-    const std::array<util::ValueView, kTable.columnCount()> nothing;
-    fillFields(fieldsOf<kTable>(), &record, nothing);
+    for (const RecordField& field : layoutOf<kTable>().fields) {
+        fillField(&record, field, {});
+    }
     return record;
+}
+
+/// Copies the row in hand into the record; a row that is too short leaves the record alone.
+template <const auto& kTable, class Record>
+void readRecord(Record& record, const platform::RowSet& rows) {
+    static const Record kCleared = clearedRecord<kTable>();
+    Record fresh = kCleared;
+    rows.readRecord(layoutOf<kTable>().fields, &fresh, &fillField);
+    record = fresh;
 }
 
 /// Columns of the create text.
@@ -213,12 +198,12 @@ constexpr TableRoutines routinesOf() {
         .prepareKey =
             [](std::int16_t number, std::int16_t keyNumber) {
                 static const std::vector<ResolvedPart> parts = resolved(kKeys, kTable);
-                setKeyFrom(number, keyNumber, parts, fieldsOf<kTable>(), &record);
+                setKeyFrom(number, keyNumber, parts, layoutOf<kTable>(), &record);
             },
-        .quote = [] { copiesOf<record>() = cleanCopies(fieldsOf<kTable>(), &record); },
+        .quote = [] { copiesOf<record>() = cleanCopies(layoutOf<kTable>(), &record); },
         .values = [] { return insertValues(copiesOf<record>()); },
-        .fromRow = [](std::int16_t number) { readRow<kTable>(record, rowsOf(number)); },
-        .toRow = [](std::int16_t number) { writeFields(number, fieldsOf<kTable>(), &record); },
+        .fromRow = [](std::int16_t number) { readRecord<kTable>(record, rowsOf(number)); },
+        .toRow = [](std::int16_t number) { writeFields(number, layoutOf<kTable>(), &record); },
         .forget =
             [] {
                 record = {};

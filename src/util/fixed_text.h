@@ -3,11 +3,20 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 namespace util {
+
+/// Fills `field` with the text as far as it goes, and with blanks behind it. The text does not
+/// stand in the field.
+inline void fillText(std::span<char> field, std::string_view text) {
+    const std::size_t count = std::min(text.size(), field.size());
+    std::copy_n(text.begin(), count, field.begin());
+    std::fill(field.begin() + static_cast<std::ptrdiff_t>(count), field.end(), ' ');
+}
 
 /// A text field of a record: exactly `Width` bytes of code page 1252.
 /// A fresh field holds bytes of code 0, which tells it from one that was filled; filling pads with
@@ -53,8 +62,7 @@ public:
 private:
     void assign(std::string_view text) {
         std::array<char, Width> filled;  // apart: `text` can be a piece of this field
-        filled.fill(' ');
-        std::copy_n(text.begin(), std::min(text.size(), Width), filled.begin());
+        fillText(filled, text);
         bytes_ = filled;
     }
 

@@ -101,13 +101,13 @@ std::vector<std::string> split(std::string_view text, char separator) {
 }
 
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
-    if (from.empty()) {
+    std::size_t found = from.empty() ? std::string_view::npos : text.find(from);
+    if (found == std::string_view::npos) {
         return std::string(text);
     }
     std::string result;
     std::size_t begin = 0;
-    for (std::size_t found = text.find(from); found != std::string_view::npos;
-         found = text.find(from, begin)) {
+    for (; found != std::string_view::npos; found = text.find(from, begin)) {
         result.append(text.substr(begin, found - begin)).append(to);
         begin = found + from.size();
     }

@@ -72,7 +72,7 @@ bool isCertain(const TableSchema& table) {
 
 OdbcRowSet::OdbcRowSet(const std::shared_ptr<OdbcStore>& store, StoreRows rows)
     : ClientRowSet(
-          std::make_shared<const std::vector<ColumnInfo>>(std::move(rows.result.columns)),
+          std::make_shared<const ColumnList>(std::move(rows.result.columns)),
           std::move(rows.result.rows),
           0,
           Numbers::exact

@@ -211,7 +211,7 @@ StoreRows OdbcStore::runTranslated(std::string_view statement) {
         const Translation translation = translated(statement);
         StoreRows rows{session_.run(translation.text), {}};
         if (translation.statement.kind == StatementKind::select) {
-            rows.result.columns = translation.columns;
+            rows.result.columns = translation.columns.infos();
             rows.table = translation.statement.isCount ? "" : translation.statement.table;
         } else if (!keepsLayout(statement)) {
             schema_.note(translation.statement);

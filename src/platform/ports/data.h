@@ -16,6 +16,20 @@ inline constexpr std::int32_t kRowChangedError = -2147217864;
 inline constexpr std::int32_t kNoSuchFieldError = 3265;
 inline constexpr std::int32_t kNoCurrentRowError = 3021;
 
+/// What a field of a record holds: characters, whole numbers of 16, 32 and 64 bits, a float, a
+/// util::Money, a std::optional<util::DateTime>.
+enum class FieldKind : std::uint8_t { text, small, whole, wide, single, money, moment };
+
+/// A field of a record that takes the value of a column.
+struct RecordField {
+    std::uint32_t offset;  ///< bytes from the record's beginning
+    std::uint16_t size;    ///< bytes of the field; those of a text are its characters
+    FieldKind kind;
+};
+
+/// Fills a field of `record` from a value of any kind.
+using FieldFiller = void (*)(void* record, const RecordField& field, const util::ValueView& value);
+
 /// Port: the rows that one statement gave, held on our side (nothing stays locked between calls).
 /// Stands on the first row after opening; rows are changed by an optimistic check. One thread.
 class RowSet {
@@ -30,10 +44,12 @@ public:
     /// Value in the current row; text columns come padded to their declared width.
     /// @throws PlatformError kNoSuchFieldError, kNoCurrentRowError.
     [[nodiscard]] virtual util::Value value(int ordinal) const = 0;
-    /// Fills `values` with those of the first columns in the current row. Texts come without a
-    /// copy, and with or without the blanks that fill up their columns; they are valid until the
-    /// next call of this routine or of one that changes the set. @throws PlatformError as value().
-    virtual void readRow(std::span<util::ValueView> values) const = 0;
+    /// Fills the fields of `record` from the first columns of the current row, in the order of
+    /// both. A value of the field's own kind goes straight in, every other one by `fill`. The texts
+    /// of the record hold blanks before. @throws PlatformError as value(), and what `fill` throws;
+    /// the record is then half filled.
+    virtual void
+    readRecord(std::span<const RecordField> fields, void* record, FieldFiller fill) const = 0;
     /// Puts a value into the copy of the current row; the store sees it with update().
     virtual void setValue(int ordinal, const util::Value& value) = 0;
     /// Sends the changed columns of the current row; finds it by its key columns and the old values

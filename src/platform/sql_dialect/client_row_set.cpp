@@ -3,16 +3,14 @@
 #include "platform/sql_dialect/tokens.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <numeric>
+#include <utility>
 
 namespace platform {
 
 namespace {
-
-bool isWhole(ColumnKind kind) {
-    return kind == ColumnKind::smallInt || kind == ColumnKind::integer ||
-           kind == ColumnKind::bigInt;
-}
 
 /// True for a whole amount that is money at every scale.
 constexpr bool isMoney(std::int64_t whole) {
@@ -20,38 +18,85 @@ constexpr bool isMoney(std::int64_t whole) {
     return whole > -kMost && whole < kMost;
 }
 
-/// Gives a kept value to a reader. What most values are goes straight through.
-struct Giver {
+constexpr bool isWhole(ColumnKind kind) {
+    return kind == ColumnKind::smallInt || kind == ColumnKind::integer ||
+           kind == ColumnKind::bigInt;
+}
+
+/// Puts a kept value of a column into a field. What most values are goes straight through.
+struct Putter {
+    ColumnForm form;
     const ColumnInfo& column;
-    util::ValueView& value;
-    std::list<std::string>& made;  ///< takes texts that stand nowhere else
+    RecordField field;
+    void* record;
+    FieldFiller fill;
 
     void operator()(std::string_view text) const {
-        if (column.kind == ColumnKind::text) {
-            value.emplace<std::string_view>(cutText(column, text));
-        } else {
-            value = viewFromStored(column, text);
+        if (form.kind != ColumnKind::text) {
+            fill(record, field, viewFromStored(column, text));
+            return;
+        }
+        const std::string_view cut = text.substr(0, form.cut);
+        if (field.kind != FieldKind::text) {
+            fill(record, field, cut);
+        } else if (!cut.empty()) {
+            std::memcpy(place(), cut.data(), std::min<std::size_t>(cut.size(), field.size));
         }
     }
     void operator()(std::int64_t whole) const {
-        if (isWhole(column.kind)) {
-            value.emplace<std::int64_t>(whole);
-        } else if (column.kind == ColumnKind::decimal && isMoney(whole)) {
-            value.emplace<util::Money>(util::Money::fromWhole(whole));
-        } else {
-            give(whole);
+        switch (field.kind) {
+        case FieldKind::small:
+            putWhole<std::int16_t>(whole);
+            break;
+        case FieldKind::whole:
+            putWhole<std::int32_t>(whole);
+            break;
+        case FieldKind::wide:
+            putWhole<std::int64_t>(whole);
+            break;
+        case FieldKind::single:
+            if (form.kind == ColumnKind::real) {
+                put(static_cast<float>(static_cast<double>(whole)));
+            } else {
+                putNumber(whole);
+            }
+            break;
+        case FieldKind::money:
+            if (form.kind == ColumnKind::decimal && isMoney(whole)) {
+                put(util::Money::fromWhole(whole));
+                break;
+            }
+            [[fallthrough]];
+        default:
+            putNumber(whole);
         }
     }
-    void operator()(double number) const { give(number); }
-    void operator()(std::monostate none) const { value = none; }
+    void operator()(double number) const { putNumber(number); }
+    void operator()(std::monostate none) const { fill(record, field, none); }
 
 private:
-    /// A number in a text column becomes a text.
-    void give(const StoredView& number) const {
-        if (column.kind == ColumnKind::text) {
-            value = made.emplace_back(std::get<std::string>(fromStored(column, number)));
+    [[nodiscard]] std::byte* place() const {
+        return static_cast<std::byte*>(record) + field.offset;
+    }
+    template <class Field>
+    void put(Field value) const {
+        std::memcpy(place(), &value, sizeof value);
+    }
+    template <class Field>
+    void putWhole(std::int64_t whole) const {
+        if (isWhole(form.kind) && std::in_range<Field>(whole)) {
+            put(static_cast<Field>(whole));
         } else {
-            value = viewFromStored(column, number);
+            putNumber(whole);
+        }
+    }
+    /// A number in a text column becomes a text.
+    void putNumber(const StoredView& number) const {
+        if (form.kind == ColumnKind::text) {
+            const util::Value text = fromStored(column, number);
+            fill(record, field, std::string_view(std::get<std::string>(text)));
+        } else {
+            fill(record, field, viewFromStored(column, number));
         }
     }
 };
@@ -78,7 +123,7 @@ std::int32_t ClientRowSet::recordCount() const {
 }
 
 int ClientRowSet::fieldCount() const {
-    return static_cast<int>(columns_->size());
+    return static_cast<int>(columns().size());
 }
 
 std::size_t ClientRowSet::column(int ordinal) const {
@@ -113,7 +158,7 @@ util::Value ClientRowSet::value(int ordinal) const {
 
 const std::vector<StoredView>& ClientRowSet::values() const {
     if (values_.empty()) {
-        values_.reserve(leadingCount_ + columns_->size());
+        values_.reserve(leadingCount_ + columns().size());
         for (RowReader row = rows_.read(at_); !row.atEnd();) {
             values_.push_back(row.next());
         }
@@ -126,21 +171,22 @@ StoredView ClientRowSet::current(std::size_t column) const {
     return edited_.empty() ? values()[at] : viewOf(edited_[at]);
 }
 
-void ClientRowSet::readRow(std::span<util::ValueView> values) const {
-    static_cast<void>(column(static_cast<int>(values.size()) - 1));
+void ClientRowSet::readRecord(std::span<const RecordField> fields, void* record, FieldFiller fill)
+    const {
+    static_cast<void>(column(static_cast<int>(fields.size()) - 1));
     requireRow();
-    made_.clear();
     RowReader kept = rows_.read(at_);
     for (std::size_t at = 0; at < leadingCount_; ++at) {
         kept.next();
     }
-    const std::vector<ColumnInfo>& infos = columns();
-    for (std::size_t at = 0; at < values.size(); ++at) {
-        const Giver give{infos[at], values[at], made_};
+    const ColumnInfo* infos = columns().data();
+    const ColumnForm* forms = columns_->forms().data();
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        const Putter put{forms[at], infos[at], fields[at], record, fill};
         if (edited_.empty()) {
-            kept.next(give);
+            kept.next(put);
         } else {
-            std::visit(give, current(at));
+            std::visit(put, current(at));
         }
     }
 }
@@ -182,10 +228,10 @@ bool ClientRowSet::atEnd() const {
 std::vector<std::size_t> ClientRowSet::keyColumns(const TableSchema& table) const {
     const auto ordinalOf = [&](const std::string& name) {
         const auto found =
-            std::find_if(columns_->begin(), columns_->end(), [&](const ColumnInfo& column) {
+            std::find_if(columns().begin(), columns().end(), [&](const ColumnInfo& column) {
                 return sameSqlName(column.name, name);
             });
-        return static_cast<std::size_t>(found - columns_->begin());
+        return static_cast<std::size_t>(found - columns().begin());
     };
     for (const auto& index : table.indexes) {
         std::vector<std::size_t> ordinals;
@@ -193,13 +239,13 @@ std::vector<std::size_t> ClientRowSet::keyColumns(const TableSchema& table) cons
             ordinals.push_back(ordinalOf(name));
         }
         const bool isWhole = std::all_of(ordinals.begin(), ordinals.end(), [&](std::size_t at) {
-            return at < columns_->size();
+            return at < columns().size();
         });
         if (index.unique && isWhole) {
             return ordinals;
         }
     }
-    std::vector<std::size_t> all(columns_->size());
+    std::vector<std::size_t> all(columns().size());
     std::iota(all.begin(), all.end(), std::size_t{0});
     return all;
 }
@@ -218,7 +264,7 @@ std::vector<std::size_t> ClientRowSet::checkedColumns(
 
 std::vector<std::size_t> ClientRowSet::changedColumns() const {
     std::vector<std::size_t> changed;
-    for (std::size_t at = 0; !edited_.empty() && at < columns_->size(); ++at) {
+    for (std::size_t at = 0; !edited_.empty() && at < columns().size(); ++at) {
         const StoredView before = values()[leadingCount_ + at];
         const ColumnInfo& info = columns()[at];
         const bool isSame =

@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <list>
 #include <memory>
 #include <span>
 #include <string>
@@ -35,7 +34,8 @@ public:
     [[nodiscard]] int fieldCount() const override;
     [[nodiscard]] std::string fieldName(int ordinal) const override;
     [[nodiscard]] util::Value value(int ordinal) const override;
-    void readRow(std::span<util::ValueView> values) const override;
+    void
+    readRecord(std::span<const RecordField> fields, void* record, FieldFiller fill) const override;
     void setValue(int ordinal, const util::Value& value) override;
     void update() override;
     void remove() override;
@@ -46,7 +46,7 @@ public:
 protected:
     enum class Numbers : bool { nearest, exact };
 
-    using Columns = std::shared_ptr<const std::vector<ColumnInfo>>;
+    using Columns = std::shared_ptr<const ColumnList>;
 
     /// An empty set without columns.
     ClientRowSet() = default;
@@ -59,7 +59,7 @@ protected:
     /// Deletes the current row, under the check. @throws PlatformError.
     virtual void sendRemove() = 0;
 
-    [[nodiscard]] const std::vector<ColumnInfo>& columns() const { return *columns_; }
+    [[nodiscard]] const std::vector<ColumnInfo>& columns() const { return columns_->infos(); }
     /// A value of the current row as fetched.
     [[nodiscard]] Stored kept(std::size_t column) const {
         return ownStored(values()[leadingCount_ + column]);
@@ -82,7 +82,7 @@ private:
     [[nodiscard]] std::vector<std::size_t> keyColumns(const TableSchema& table) const;
     [[nodiscard]] std::vector<std::size_t> changedColumns() const;
 
-    Columns columns_ = std::make_shared<const std::vector<ColumnInfo>>();
+    Columns columns_ = std::make_shared<const ColumnList>();
     PackedRows rows_;
     std::size_t leadingCount_ = 0;
     Numbers numbers_ = Numbers::nearest;
@@ -91,7 +91,6 @@ private:
     /// The current row as fetched, leading values first; empty until one of them is asked for.
     mutable std::vector<StoredView> values_;
     std::vector<Stored> edited_;  ///< the row with what setValue put there; empty: nothing yet
-    mutable std::list<std::string> made_;  ///< texts that readRow() gave and that stand nowhere
 };
 
 }  // namespace platform

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace platform {
 
@@ -364,6 +365,15 @@ bool readType(ColumnInfo& column) {
         column.width = static_cast<std::size_t>(sizes.empty() ? fallback : std::max(sizes[0], 0));
     }
     return true;
+}
+
+ColumnList::ColumnList(std::vector<ColumnInfo> infos) : infos_(std::move(infos)) {
+    forms_.reserve(infos_.size());
+    for (const ColumnInfo& info : infos_) {
+        constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
+        forms_.push_back({info.kind, info.padded ? static_cast<std::uint32_t>(info.width) : kNever}
+        );
+    }
 }
 
 Stored toStored(const ColumnInfo& column, const Literal& literal) {

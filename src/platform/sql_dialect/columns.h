@@ -36,6 +36,27 @@ struct ColumnInfo {
     std::string defaultText{};  ///< literal as it stands in the declaration; empty: none
 };
 
+/// What the reading of a column's values asks of it most.
+struct ColumnForm {
+    ColumnKind kind;
+    std::uint32_t cut;  ///< characters at which a text is cut
+};
+
+/// Columns of a set of rows. Their forms stand close together: a row with many columns is read in
+/// less time.
+class ColumnList {
+public:
+    ColumnList() = default;
+    explicit ColumnList(std::vector<ColumnInfo> infos);
+
+    [[nodiscard]] const std::vector<ColumnInfo>& infos() const { return infos_; }
+    [[nodiscard]] const std::vector<ColumnForm>& forms() const { return forms_; }
+
+private:
+    std::vector<ColumnInfo> infos_;
+    std::vector<ColumnForm> forms_;
+};
+
 struct IndexInfo {
     std::string name;  ///< without the table's name
     bool unique = false;

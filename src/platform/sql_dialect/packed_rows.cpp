@@ -1,21 +1,32 @@
 #include "platform/sql_dialect/packed_rows.h"
 
+#include <algorithm>
+
 namespace platform {
 
-std::string PackedRows::pack(const std::vector<Stored>& row) {
-    std::string bytes;
-    RowPacker packer(bytes);
+namespace {
+
+constexpr std::size_t kUsualSize = 500;
+
+}  // namespace
+
+void PackedRow::grow(std::size_t count) {
+    room_ = size_ + std::max(count, size_);
+    std::unique_ptr<char[]> bytes(new char[room_]);
+    std::copy_n(bytes_.get(), size_, bytes.get());
+    bytes_ = std::move(bytes);
+}
+
+void PackedRows::pack(const std::vector<Stored>& row, RowPacker packer) {
     for (const auto& value : row) {
-        std::visit(packer, value);
+        std::visit([&](const auto& held) { packer(held); }, value);
     }
-    return bytes;
 }
 
 RowPacker PackedRows::add() {
-    constexpr std::size_t kUsualSize = 500;
+    // Rows of one table differ little.
     const std::size_t before = rows_.empty() ? kUsualSize : rows_.back().size();
-    rows_.emplace_back().reserve(before);  // rows of one table differ little
-    return RowPacker(rows_.back());
+    return RowPacker(rows_.emplace_back(before));
 }
 
 std::vector<Stored> PackedRows::row(std::size_t at) const {

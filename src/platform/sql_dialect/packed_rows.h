@@ -2,12 +2,12 @@
 
 #include "platform/sql_dialect/columns.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
+#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -26,41 +26,69 @@ struct PackedValue {
     static constexpr Byte kShortText = 128;  ///< 128 to 255 are sizes 0 to 127; the text follows
 };
 
+/// The bytes of one row.
+class PackedRow {
+public:
+    /// @param room  bytes that the row will probably take.
+    explicit PackedRow(std::size_t room) : bytes_(new char[room]), room_(room) {}
+
+    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] std::string_view bytes() const { return {bytes_.get(), size_}; }
+    /// Lengthens the row. @return the `count` new bytes, which hold anything.
+    char* add(std::size_t count) {
+        if (count > room_ - size_) {
+            grow(count);
+        }
+        char* added = bytes_.get() + size_;
+        size_ += count;
+        return added;
+    }
+
+private:
+    void grow(std::size_t count);
+
+    std::unique_ptr<char[]> bytes_;
+    std::size_t room_;
+    std::size_t size_ = 0;
+};
+
 /// Puts values behind each other into the bytes of one row.
 class RowPacker {
 public:
-    explicit RowPacker(std::string& bytes) : bytes_(bytes) {}
+    explicit RowPacker(PackedRow& row) : row_(row) {}
 
-    void operator()(std::monostate) { put(PackedValue::kNone); }
+    void operator()(std::monostate) { put(row_.add(1), PackedValue::kNone); }
     void operator()(std::int64_t number) {
         if (number >= 0 && number < PackedValue::kShortText - PackedValue::kSmallWhole) {
-            put(static_cast<PackedValue::Byte>(PackedValue::kSmallWhole + number));
+            put(row_.add(1), static_cast<PackedValue::Byte>(PackedValue::kSmallWhole + number));
         } else {
-            put(PackedValue::kWhole, number);
+            putNumber(PackedValue::kWhole, number);
         }
     }
-    void operator()(double number) { put(PackedValue::kNumber, number); }
+    void operator()(double number) { putNumber(PackedValue::kNumber, number); }
     void operator()(std::string_view text) {
         if (text.size() < PackedValue::kShortText) {
-            put(static_cast<PackedValue::Byte>(PackedValue::kShortText + text.size()));
+            char* place = row_.add(1 + text.size());
+            put(place, static_cast<PackedValue::Byte>(PackedValue::kShortText + text.size()));
+            if (!text.empty()) {
+                std::memcpy(place + 1, text.data(), text.size());
+            }
         } else {
-            put(PackedValue::kText, static_cast<PackedValue::TextSize>(text.size()));
-        }
-        if (!text.empty()) {
-            bytes_.append(text);
+            putNumber(PackedValue::kText, static_cast<PackedValue::TextSize>(text.size()));
+            std::memcpy(row_.add(text.size()), text.data(), text.size());
         }
     }
 
 private:
-    void put(PackedValue::Byte kind) { bytes_.push_back(static_cast<char>(kind)); }
+    static void put(char* place, PackedValue::Byte kind) { *place = static_cast<char>(kind); }
     template <class Number>
-    void put(PackedValue::Byte kind, Number number) {
-        std::array<char, 1 + sizeof number> piece{static_cast<char>(kind)};
-        std::memcpy(piece.data() + 1, &number, sizeof number);
-        bytes_.append(piece.data(), piece.size());
+    void putNumber(PackedValue::Byte kind, Number number) {
+        char* place = row_.add(1 + sizeof number);
+        put(place, kind);
+        std::memcpy(place + 1, &number, sizeof number);
     }
 
-    std::string& bytes_;
+    PackedRow& row_;
 };
 
 /// Takes the values off the bytes of one row, front to back.
@@ -118,19 +146,23 @@ class PackedRows {
 public:
     /// Adds a row that is still empty. @return its filler, valid until the next call.
     RowPacker add();
-    void add(const std::vector<Stored>& row) { rows_.push_back(pack(row)); }
-    void replace(std::size_t at, const std::vector<Stored>& row) { rows_[at] = pack(row); }
+    void add(const std::vector<Stored>& row) { pack(row, add()); }
+    void replace(std::size_t at, const std::vector<Stored>& row) {
+        PackedRow packed(rows_[at].size());
+        pack(row, RowPacker(packed));
+        rows_[at] = std::move(packed);
+    }
     void erase(std::size_t at) { rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(at)); }
     [[nodiscard]] std::size_t size() const { return rows_.size(); }
     [[nodiscard]] std::vector<Stored> row(std::size_t at) const;
     /// The values of a row, the texts among them without a copy: they are valid until a row is
     /// added, replaced or erased.
-    [[nodiscard]] RowReader read(std::size_t at) const { return RowReader(rows_[at]); }
+    [[nodiscard]] RowReader read(std::size_t at) const { return RowReader(rows_[at].bytes()); }
 
 private:
-    static std::string pack(const std::vector<Stored>& row);
+    static void pack(const std::vector<Stored>& row, RowPacker packer);
 
-    std::vector<std::string> rows_;
+    std::vector<PackedRow> rows_;
 };
 
 }  // namespace platform

@@ -1,6 +1,9 @@
 #include "platform/sql_dialect/statement_cache.h"
 
+#include "util/conversions.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -9,6 +12,7 @@ namespace {
 constexpr std::size_t kMostKept = 64;
 /// More texts than a walk's statement has.
 constexpr std::size_t kMostTexts = 32;
+constexpr char kQuote = '\'';
 
 /// True when every text of the statement is one of the values, so that other texts mean other
 /// values and nothing else.
@@ -26,13 +30,92 @@ bool hasTextsAsValuesOnly(const Translation& translation, std::size_t texts) {
     return std::find(isValue.begin(), isValue.end(), false) == isValue.end();
 }
 
-bool isOpening(char character) {
-    return character == '\'' || character == '"' || character == '[';
+/// Takes a text with its quotes off the front of `rest`. @return the text as it stands between
+/// them; without data when there is none that ends.
+std::string_view takeText(std::string_view& rest) {
+    if (!rest.starts_with(kQuote)) {
+        return {};
+    }
+    std::size_t close = rest.find(kQuote, 1);
+    while (close != std::string_view::npos && rest.substr(close + 1).starts_with(kQuote)) {
+        close = rest.find(kQuote, close + 2);
+    }
+    if (close == std::string_view::npos) {
+        return {};
+    }
+    const std::string_view text = rest.substr(1, close - 1);
+    rest.remove_prefix(close + 1);
+    return text;
 }
 
-std::vector<Stored> valuesFor(
-    const Translation& translation, const std::vector<std::string>& texts, const Dialect& dialect
-) {
+/// The text at `at` is like the one at `first`, and like none in front of that.
+bool isFirstLike(const std::vector<std::string_view>& texts, std::size_t first, std::size_t at) {
+    return std::find(texts.begin(), texts.end(), texts[at]) - texts.begin() ==
+           static_cast<std::ptrdiff_t>(first);
+}
+
+}  // namespace
+
+/// True when the statement has the kept one's shape; its texts are then the texts at hand.
+bool StatementCache::fits(const Kept& kept, std::string_view statement) {
+    texts_.clear();
+    for (std::size_t at = 0; at < kept.firsts.size(); ++at) {
+        if (!statement.starts_with(kept.around[at])) {
+            return false;
+        }
+        statement.remove_prefix(kept.around[at].size());
+        texts_.push_back(takeText(statement));
+        if (texts_.back().data() == nullptr || !isFirstLike(texts_, kept.firsts[at], at)) {
+            return false;
+        }
+    }
+    return statement == kept.around.back();
+}
+
+const StatementCache::Kept* StatementCache::find(std::string_view statement) {
+    const auto found = std::find_if(kept_.rbegin(), kept_.rend(), [&](const Kept& each) {
+        return fits(each, statement);
+    });
+    if (found == kept_.rend()) {
+        return nullptr;
+    }
+    if (found != kept_.rbegin()) {
+        std::swap(*found, kept_.back());
+    }
+    return &kept_.back();
+}
+
+/// Keeps a translation for statements like this one, when it serves them.
+void StatementCache::keep(std::string_view statement, const std::shared_ptr<Translation>& fresh) {
+    Kept kept;
+    texts_.clear();
+    for (;;) {
+        const std::size_t open = statement.find_first_of("'\"[");
+        kept.around.emplace_back(statement.substr(0, open));
+        if (open == std::string_view::npos) {
+            break;
+        }
+        statement.remove_prefix(open);
+        texts_.push_back(takeText(statement));
+        if (texts_.back().data() == nullptr || texts_.size() > kMostTexts) {
+            return;
+        }
+        const auto first = std::find(texts_.begin(), texts_.end(), texts_.back());
+        kept.firsts.push_back(static_cast<std::size_t>(first - texts_.begin()));
+    }
+    if (!hasTextsAsValuesOnly(*fresh, texts_.size())) {
+        return;
+    }
+    if (kept_.size() >= kMostKept) {
+        kept_.clear();
+    }
+    fresh->number = ++lastNumber_;
+    kept.translation = fresh;
+    kept_.push_back(std::move(kept));
+}
+
+/// The values of a kept translation with the texts at hand.
+std::vector<Stored> StatementCache::valuesFor(const Translation& translation) const {
     std::vector<Stored> values;
     values.reserve(translation.sources.size());
     for (std::size_t at = 0; at < translation.sources.size(); ++at) {
@@ -40,50 +123,13 @@ std::vector<Stored> valuesFor(
         if (source.literal.place == Literal::kNowhere) {
             values.push_back(translation.values[at]);
         } else {
-            const auto place = static_cast<std::size_t>(source.literal.place);
-            values.push_back(valueOf(source, {false, true, texts[place]}, dialect));
+            const std::string_view text = texts_[static_cast<std::size_t>(source.literal.place)];
+            values.push_back(
+                valueOf(source, {false, true, util::replaceAll(text, "''", "'")}, dialect_)
+            );
         }
     }
     return values;
-}
-
-}  // namespace
-
-StatementShape shapeOf(std::string_view statement) {
-    StatementShape shape;
-    shape.key.reserve(statement.size());
-    std::size_t at = 0;
-    while (at < statement.size()) {
-        const auto* const mark = std::find_if(
-            statement.begin() + static_cast<std::ptrdiff_t>(at), statement.end(), isOpening
-        );
-        const auto open = static_cast<std::size_t>(mark - statement.begin());
-        shape.key.append(statement, at, open - at);
-        if (open == statement.size()) {
-            return shape;
-        }
-        std::string text;
-        std::size_t close = statement.find('\'', open + 1);
-        if (statement[open] != '\'' || close == std::string_view::npos ||
-            shape.texts.size() == kMostTexts) {
-            return {};
-        }
-        text.append(statement, open + 1, close - open - 1);
-        while (statement.substr(close + 1).starts_with('\'')) {
-            const std::size_t from = close + 1;
-            close = statement.find('\'', from + 1);
-            if (close == std::string_view::npos) {
-                return {};
-            }
-            text.append(statement, from, close - from);
-        }
-        at = close + 1;
-        shape.texts.push_back(std::move(text));
-        const auto first = std::find(shape.texts.begin(), shape.texts.end(), shape.texts.back());
-        shape.key += '\'';
-        shape.key += static_cast<char>('A' + (first - shape.texts.begin()));
-    }
-    return shape;
 }
 
 FilledTranslation StatementCache::translated(std::string_view statement, std::int64_t version) {
@@ -91,18 +137,11 @@ FilledTranslation StatementCache::translated(std::string_view statement, std::in
         kept_.clear();
         version_ = version;
     }
-    const StatementShape shape = shapeOf(statement);
-    const auto found = kept_.find(shape.key);
-    if (found != kept_.end()) {
-        return {found->second, valuesFor(*found->second, shape.texts, dialect_)};
+    if (const Kept* kept = find(statement)) {
+        return {kept->translation, valuesFor(*kept->translation)};
     }
-    auto fresh = std::make_shared<const Translation>(translate(statement, schema_, dialect_));
-    if (!shape.key.empty() && hasTextsAsValuesOnly(*fresh, shape.texts.size())) {
-        if (kept_.size() >= kMostKept) {
-            kept_.clear();
-        }
-        kept_.emplace(shape.key, fresh);
-    }
+    auto fresh = std::make_shared<Translation>(translate(statement, schema_, dialect_));
+    keep(statement, fresh);
     return {fresh, fresh->values};
 }
 

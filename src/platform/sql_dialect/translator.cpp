@@ -80,16 +80,18 @@ private:
     void select() {
         const TableSchema& source = table();
         if (statement().isCount) {
-            result_.columns = {ColumnInfo{"", "INTEGER", ColumnKind::integer}};
+            result_.columns = ColumnList({ColumnInfo{"", "INTEGER", ColumnKind::integer}});
             writer_.count(source, statement());
             return;
         }
+        std::vector<ColumnInfo> columns;
         if (statement().columns.empty()) {
-            result_.columns = source.columns;
+            columns = source.columns;
         }
         for (const auto& column : statement().columns) {
-            result_.columns.push_back(source.column(column));
+            columns.push_back(source.column(column));
         }
+        result_.columns = ColumnList(std::move(columns));
         writer_.select(source, statement());
     }
 

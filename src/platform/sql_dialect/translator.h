@@ -5,6 +5,7 @@
 #include "platform/sql_dialect/syntax.h"
 #include "platform/sql_dialect/value_source.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,9 @@ struct Translation {
     std::vector<ValueSource> sources;  ///< of the values; of those of the conditions only
     /// Columns of the rows of a SELECT, behind a first one with the row's number. A count is one
     /// column without a name and without row number.
-    std::vector<ColumnInfo> columns;
+    ColumnList columns;
+    /// Of a translation that a cache keeps, among all that it has kept; 0: of no such.
+    std::int64_t number = 0;
 };
 
 /// Translates one statement of the server's dialect (code page 1252).

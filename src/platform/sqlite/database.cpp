@@ -5,6 +5,7 @@
 #include "util/text_codec.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include <sqlite3.h>
@@ -17,9 +18,17 @@ constexpr int kMillisecondsOfSecond = 1000;
 constexpr std::size_t kMostKept = 64;
 
 bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x80;
-    });
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    const char* at = text.data();
+    std::size_t left = text.size();
+    for (; left >= sizeof kHighBits; left -= sizeof kHighBits, at += sizeof kHighBits) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, at, sizeof bytes);
+        if ((bytes & kHighBits) != 0) {
+            return false;
+        }
+    }
+    return std::none_of(at, at + left, [](char c) { return (c & 0x80) != 0; });
 }
 
 int compareTexts(void*, int leftSize, const void* left, int rightSize, const void* right) {
@@ -121,9 +130,9 @@ void Database::fail(int code) const {
     throw serverError(errorUnspecified, {cause});
 }
 
-Database::Prepared Database::take(const std::string& text) const {
+Database::Prepared Database::take(const std::string& text, std::int64_t number) const {
     const auto kept = std::find_if(kept_.rbegin(), kept_.rend(), [&](const Prepared& each) {
-        return each.text == text;
+        return each.number == number && (number != 0 || each.text == text);
     });
     if (kept != kept_.rend()) {
         std::swap(*kept, kept_.back());
@@ -131,7 +140,7 @@ Database::Prepared Database::take(const std::string& text) const {
         kept_.pop_back();
         return taken;
     }
-    Prepared fresh{text};
+    Prepared fresh{number, text};
     const int size = static_cast<int>(text.size());
     const int code = sqlite3_prepare_v2(handle_, text.data(), size, &fresh.statement, nullptr);
     if (code != SQLITE_OK) {
@@ -156,9 +165,9 @@ void Database::forget() const {
     kept_.clear();
 }
 
-Query::Query(const Database& database, const std::string& statement)
+Query::Query(const Database& database, const std::string& statement, std::int64_t number)
     : database_(database),
-      prepared_(database.take(statement)),
+      prepared_(database.take(statement, number)),
       statement_(prepared_.statement) {}
 
 Query::~Query() {

@@ -40,11 +40,12 @@ private:
     friend class Query;
     [[noreturn]] void fail(int code) const;
     struct Prepared {
+        std::int64_t number;
         std::string text;
         sqlite3_stmt* statement = nullptr;
     };
     /// A prepared statement that is at rest, from those that were kept when it is among them.
-    [[nodiscard]] Prepared take(const std::string& text) const;
+    [[nodiscard]] Prepared take(const std::string& text, std::int64_t number) const;
     /// Keeps a statement for the next time: the same few are run over and over.
     void keep(Prepared prepared) const;
     void forget() const;
@@ -58,7 +59,9 @@ private:
 /// A prepared statement with its rows; holds no lock once it is reset or gone.
 class Query {
 public:
-    Query(const Database& database, const std::string& statement);
+    /// @param number  stands for this text and no other, so that texts need not be compared; 0: it
+    /// has none.
+    Query(const Database& database, const std::string& statement, std::int64_t number = 0);
     ~Query();
     Query(const Query&) = delete;
     Query& operator=(const Query&) = delete;

@@ -11,7 +11,7 @@ std::string quoted(const ColumnInfo& column) {
 }
 
 PackedRows fetch(const Database& database, const FilledTranslation& select) {
-    Query query(database, select.translation->text);
+    Query query(database, select.translation->text, select.translation->number);
     query.bind(select.values);
     PackedRows rows;
     while (query.step()) {
@@ -21,8 +21,7 @@ PackedRows fetch(const Database& database, const FilledTranslation& select) {
 }
 
 /// The columns of a translation, which they keep alive.
-std::shared_ptr<const std::vector<ColumnInfo>>
-columnsOf(const std::shared_ptr<const Translation>& translation) {
+std::shared_ptr<const ColumnList> columnsOf(const std::shared_ptr<const Translation>& translation) {
     return {translation, &translation->columns};
 }
 

@@ -1,6 +1,9 @@
 #include "store.h"
+#include "util/conversions.h"
 
-#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
 #include <vector>
 
 using util::Money;
@@ -109,36 +112,94 @@ TEST_F(Values, readWhatOtherProgramsWroteAndRefuseWhatIsNoNumber) {
     EXPECT_THROW(static_cast<void>(rows->value(0)), platform::PlatformError);
 }
 
-/// The values of readRow with texts padded as value() pads them.
-std::vector<Value> wholeRow(const platform::RowSet& rows, const std::vector<std::size_t>& widths) {
-    std::vector<util::ValueView> views(widths.size());
-    rows.readRow(views);
-    std::vector<Value> values;
-    for (std::size_t at = 0; at < views.size(); ++at) {
-        values.push_back(util::ownValue(views[at]));
-        if (auto* text = std::get_if<std::string>(&values.back())) {
-            text->resize(std::max(text->size(), widths[at]), ' ');
+/// A record with a field of each kind.
+struct Record {
+    std::optional<util::DateTime> passedOver;  ///< first, for the columns in front
+    std::optional<util::DateTime> moment;
+    std::array<char, 200> text;
+    std::int16_t small = 0;
+    std::int32_t whole = 0;
+    std::int64_t wide = 0;
+    float single = 0;
+    Money money;
+    std::optional<Value> given;  ///< what a field was to be filled with
+
+    Record() { text.fill(' '); }
+};
+
+template <class Field>
+platform::RecordField fieldAt(platform::FieldKind kind, Field Record::*member) {
+    const Record record;
+    const auto* begin = reinterpret_cast<const std::byte*>(&record);
+    const auto offset = reinterpret_cast<const std::byte*>(&(record.*member)) - begin;
+    return {static_cast<std::uint32_t>(offset), sizeof(Field), kind};
+}
+
+const platform::RecordField kPassedOver = fieldAt(platform::FieldKind::moment, &Record::passedOver);
+const platform::RecordField kFields[] = {
+    fieldAt(platform::FieldKind::text, &Record::text),
+    fieldAt(platform::FieldKind::small, &Record::small),
+    fieldAt(platform::FieldKind::whole, &Record::whole),
+    fieldAt(platform::FieldKind::wide, &Record::wide),
+    fieldAt(platform::FieldKind::single, &Record::single),
+    fieldAt(platform::FieldKind::money, &Record::money),
+    fieldAt(platform::FieldKind::moment, &Record::moment),
+};
+
+void keepGiven(void* record, const platform::RecordField& field, const util::ValueView& value) {
+    if (field.offset != kPassedOver.offset) {
+        static_cast<Record*>(record)->given = util::ownValue(value);
+    }
+}
+
+Value trimmed(Value value) {
+    if (auto* text = std::get_if<std::string>(&value)) {
+        *text = util::rtrim(*text);
+    }
+    return value;
+}
+
+/// What a field of a record gets of a column: what stands in it, or what it was to be filled with.
+Value readInto(const platform::RecordField& field, const platform::RowSet& rows, int column) {
+    std::vector<platform::RecordField> fields(static_cast<std::size_t>(column), kPassedOver);
+    fields.push_back(field);
+    Record record;
+    rows.readRecord(fields, &record, &keepGiven);
+    if (record.given) {
+        return trimmed(*record.given);
+    }
+    switch (field.kind) {
+    case platform::FieldKind::text:
+        return trimmed(std::string(record.text.data(), record.text.size()));
+    case platform::FieldKind::small:
+        return std::int64_t{record.small};
+    case platform::FieldKind::whole:
+        return std::int64_t{record.whole};
+    case platform::FieldKind::wide:
+        return record.wide;
+    case platform::FieldKind::single:
+        return record.single;
+    default:
+        return record.money;
+    }
+}
+
+void expectRowInFields(const platform::RowSet& rows) {
+    for (int column = 0; column < rows.fieldCount(); ++column) {
+        for (const auto& field : kFields) {
+            SCOPED_TRACE(rows.fieldName(column) + " in field " + std::to_string(field.offset));
+            EXPECT_EQ(readInto(field, rows, column), trimmed(rows.value(column)));
         }
     }
-    return values;
 }
 
-std::vector<Value> oneByOne(const platform::RowSet& rows) {
-    std::vector<Value> values;
-    for (int ordinal = 0; ordinal < rows.fieldCount(); ++ordinal) {
-        values.push_back(rows.value(ordinal));
-    }
-    return values;
-}
-
-TEST_F(Values, areTheSameReadAsAWholeRow) {
+TEST_F(Values, areTheSameInTheFieldsOfARecord) {
     // Given rows of this program and of another one, whose numbers stand in columns of any type,
     // whose texts are too long, and whose whole amounts reach the edge of the packed forms
     otherProgram(
         "CREATE TABLE R(Name CHAR (5),Small SMALLINT,Big BIGINT,Price DECIMAL(18,2),Rate REAL,"
         "Seen DATETIME,Odd STRING,Odder STRING)"
     );
-    const std::vector<std::size_t> widths = {5, 0, 0, 0, 0, 0, 0, 0};
     for (const char* row :
          {"'Cash',1,9007199254740993,12.5,0.0725,'2006-01-31 14:05:09','x','y'",
           "'\xc3\xa9t\xc3\xa9 too long',63,64,100000000000,1,NULL,7,7.25",
@@ -149,19 +210,21 @@ TEST_F(Values, areTheSameReadAsAWholeRow) {
     const auto rows = db.openRowSet("SELECT * FROM R");
     ASSERT_EQ(rows->recordCount(), 4);
     for (; !rows->atEnd(); rows->moveNext()) {
-        EXPECT_EQ(wholeRow(*rows, widths), oneByOne(*rows));
+        expectRowInFields(*rows);
         // When a value is put there
         rows->setValue(0, std::string("New"));
         rows->setValue(3, Money::fromRaw(12300));
-        EXPECT_EQ(std::get<std::string>(wholeRow(*rows, widths).front()), "New  ");
-        EXPECT_EQ(wholeRow(*rows, widths), oneByOne(*rows));
+        EXPECT_EQ(readInto(kFields[0], *rows, 0), Value(std::string("New")));
+        expectRowInFields(*rows);
     }
     // Then behind the end, and of more columns than there are, nothing is read
-    std::vector<util::ValueView> views(1);
-    EXPECT_THROW(rows->readRow(views), platform::PlatformError);
+    EXPECT_THROW(static_cast<void>(readInto(kFields[0], *rows, 0)), platform::PlatformError);
     rows->moveFirst();
-    views.resize(9);
-    EXPECT_THROW(rows->readRow(views), platform::PlatformError);
+    EXPECT_THROW(static_cast<void>(readInto(kFields[0], *rows, 8)), platform::PlatformError);
+    // And a text that is longer than its field is cut
+    platform::RecordField narrow = kFields[0];
+    narrow.size = 2;
+    EXPECT_EQ(readInto(narrow, *rows, 0), Value(std::string("Ca")));
 }
 
 }  // namespace
