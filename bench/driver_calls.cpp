@@ -7,7 +7,7 @@
 // The calls on a driver that a walk makes: those on the SQLite library, and those on the driver
 // manager of a server with all behind it (driver, wire and server). The linker's names: __wrap_X is
 // called in the place of X, which is __real_X. Listed in CMakeLists.txt.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,readability-function-size)
 #define BENCH_DRIVER_CALL(inside, result, name, parameters, arguments)                             \
     extern "C" result __real_##name parameters;                                                    \
     extern "C" result __wrap_##name parameters {                                                   \
@@ -136,4 +136,4 @@ BENCH_DRIVER_CALL(
 BENCH_DRIVER_CALL(
     InServer, SQLRETURN, SQLFreeHandle, (SQLSMALLINT type, SQLHANDLE handle), (type, handle)
 )
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,readability-function-size)
