@@ -25,9 +25,9 @@ constexpr bool isWhole(ColumnKind kind) {
 
 /// Puts a kept value of a column into a field. What most values are goes straight through.
 struct Putter {
-    ColumnForm form;
+    const ColumnForm& form;
     const ColumnInfo& column;
-    RecordField field;
+    const RecordField& field;
     void* record;
     FieldFiller fill;
 
@@ -71,7 +71,15 @@ struct Putter {
             putNumber(whole);
         }
     }
-    void operator()(double number) const { putNumber(number); }
+    void operator()(double number) const {
+        if (form.kind == ColumnKind::decimal && field.kind == FieldKind::money) {
+            put(moneyFromStored(column, number));
+        } else if (form.kind == ColumnKind::real && field.kind == FieldKind::single) {
+            put(static_cast<float>(number));
+        } else {
+            putNumber(number);
+        }
+    }
     void operator()(std::monostate none) const { fill(record, field, none); }
 
 private:

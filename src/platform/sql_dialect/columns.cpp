@@ -265,12 +265,7 @@ util::Money moneyOf(const ColumnInfo& column, const StoredView& value) {
             return *money;
         }
     }
-    const std::int64_t power = kPowers[column.scale];
-    const double units = numberOf(column, value) * static_cast<double>(power);
-    if (std::fabs(units) >= static_cast<double>(kExactLimit)) {
-        throw serverError(errorNumericOverflow, {"numeric", kindName(column.kind)});
-    }
-    return util::Money::fromRaw(std::llround(units) * kPowers[kMoneyDecimals - column.scale]);
+    return moneyFromStored(column, numberOf(column, value));
 }
 
 std::string moneyText(util::Money money) {
@@ -425,6 +420,14 @@ Stored ownStored(const StoredView& value) {
     }
     const auto* number = std::get_if<double>(&value);
     return number == nullptr ? Stored() : Stored(*number);
+}
+
+util::Money moneyFromStored(const ColumnInfo& column, double number) {
+    const double units = number * static_cast<double>(kPowers[column.scale]);
+    if (std::fabs(units) >= static_cast<double>(kExactLimit)) {
+        throw serverError(errorNumericOverflow, {"numeric", kindName(column.kind)});
+    }
+    return util::Money::fromRaw(std::llround(units) * kPowers[kMoneyDecimals - column.scale]);
 }
 
 util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value) {

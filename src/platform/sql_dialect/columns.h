@@ -131,6 +131,8 @@ util::Value fromStored(const ColumnInfo& column, const StoredView& value);
 /// The same without a copy of the text, which is not padded. Not for a number that stands in a text
 /// column: its text is nowhere yet.
 util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value);
+/// The amount that a number in a DECIMAL column is. @throws PlatformError 8115 for one too large.
+util::Money moneyFromStored(const ColumnInfo& column, double number);
 
 /// The server's name of a kind, as its messages show it: "int".
 std::string_view kindName(ColumnKind kind);
