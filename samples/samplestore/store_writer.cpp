@@ -5,6 +5,7 @@
 #include "db/NuvDBSM_TenderTypes.h"
 #include "db/nuvDBSM_POHeader.h"
 #include "db/nuvDBSM_POHistory.h"
+#include "db/nuvDBSM_POLine.h"
 #include "db/nuvDBSM_SalesCodes.h"
 #include "db/nuvDBSM_SecurLog.h"
 #include "platform/ports/platform_error.h"

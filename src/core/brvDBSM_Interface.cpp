@@ -8,6 +8,7 @@
 #include "db/nuvDBSM_Names.h"
 #include "db/nuvDBSM_POHeader.h"
 #include "db/nuvDBSM_POHistory.h"
+#include "db/nuvDBSM_POLine.h"
 #include "db/nuvDBSM_SalesCodes.h"
 #include "db/nuvDBSM_SalesHead.h"
 #include "db/nuvDBSM_SalesItem.h"

@@ -159,6 +159,27 @@ gfbDB_OpenBySQL(const std::string& statement, std::int16_t table, LegacyBool noP
 /// Fetches the rows of a statement as the row of the table; the record is not filled.
 LegacyBool gfbDB_GetBySQL(std::int16_t table, const std::string& statement);
 
+/// The operations behind gfiDB_Operation that have a routine of their own. They make the row found
+/// the one in hand and leave the record alone; kNo, and the table on its first row, when there is
+/// none.
+
+/// Inserts the values of the record's clean copies. @return kNo for a duplicate key and for every
+/// other failure; a conversion run writes the failed statement to "\\InsertErr.txt" and goes on.
+LegacyBool gfbDB_Insert(std::int16_t table);
+/// The row that the stored key compares with as `comparison` says, or that `statement` gives when
+/// it is not empty.
+LegacyBool
+gfbDB_GetKeyed(std::int16_t table, std::string_view comparison, const std::string& statement);
+/// The row whose column `ordinal` compares so with the value that the row in hand has there.
+LegacyBool gfbDB_GetByField(std::int16_t table, std::string_view comparison, std::int16_t ordinal);
+/// The first and the last row in the order of the key; with -1 the server's first row, and the last
+/// in the order of the first column.
+LegacyBool gfbDB_GetFirst(std::int16_t table, std::int16_t keyNumber);
+LegacyBool gfbDB_GetLast(std::int16_t table, std::int16_t keyNumber);
+/// The row behind and the one in front of the record's key, which no row need have.
+LegacyBool gfbDB_GetNext(std::int16_t table, std::int16_t keyNumber);
+LegacyBool gfbDB_GetPrevious(std::int16_t table, std::int16_t keyNumber);
+
 /// Statement of one step in key order.
 /// @param comparison  ">" for the next, "<" for the previous row.
 std::string

@@ -38,53 +38,36 @@ std::vector<db::KeyText> keyTexts(std::int16_t table, std::size_t count) {
     return key;
 }
 
+const std::string& tableName(std::int16_t table) {
+    return DBTableDescriptors[table].TableName;
+}
+
 std::size_t keyParts(std::int16_t table) {
     const std::int16_t parts = DBTableDescriptors[table].KeyParts;
     return parts < 0 ? 0 : static_cast<std::size_t>(parts);
 }
 
-std::string keyedQuery(const Request& request) {
-    std::size_t parts = keyParts(request.table);
-    if (parts == 0 && request.table == db::tableNotes) {
+/// A statement that a conversion run could not insert, kept for a look afterwards.
+void keepFailedInsert(const std::string& statement) {
+    ++DBInsertErrors;
+    platform::ignoringErrors([&] {
+        const std::string file = platform::files().programFolder() + "\\InsertErr.txt";
+        platform::files().append(file, statement + "\r\n");
+    });
+}
+
+std::string keyedQuery(std::int16_t table, std::string_view comparison) {
+    std::size_t parts = keyParts(table);
+    if (parts == 0 && table == db::tableNotes) {
         parts = 1;
     }
     const std::size_t used = parts <= kMostKeyedParts ? parts : 0;
-    const std::string& name = DBTableDescriptors[request.table].TableName;
-    return db::keyedStatement(name, request.name, keyTexts(request.table, used));
+    return db::keyedStatement(tableName(table), comparison, keyTexts(table, used));
 }
 
-bool getKeyed(const Request& request) {
-    std::string statement = request.statement.empty() ? keyedQuery(request) : request.statement;
-    if (db::isDescending(request.name)) {
-        statement += " DESC";
-    }
-    return gfbDB_GetBySQL(request.table, statement) != kNo;
-}
-
-bool getByField(const Request& request) {
-    const std::string value = db::statementText(gfvDB_GetField(request.table, request.keyNumber));
-    const db::KeyText field = {
-        gfvDB_GetFieldName(request.table, request.keyNumber), util::replaceAll(value, "'", "''")};
-    const std::string& name = DBTableDescriptors[request.table].TableName;
-    return gfbDB_GetBySQL(request.table, db::fieldStatement(name, request.name, field)) != kNo;
-}
-
-bool getByKey(const Request& request) {
-    return request.isDirect ? getByField(request) : getKeyed(request);
-}
-
-bool step(const Request& request, std::string_view comparison) {
-    db_pRecordKey_prepare(request.table, request.keyNumber);
-    const std::string statement = gfsDB_BuildStepSQL(request.table, request.keyNumber, comparison);
-    return gfbDB_GetBySQL(request.table, statement) != kNo;
-}
-
-bool getNext(const Request& request) {
-    return step(request, ">");
-}
-
-bool getPrevious(const Request& request) {
-    return step(request, "<");
+LegacyBool step(std::int16_t table, std::int16_t keyNumber, std::string_view comparison) {
+    db_pRecordKey_prepare(table, keyNumber);
+    return gfbDB_GetBySQL(table, gfsDB_BuildStepSQL(table, keyNumber, comparison));
 }
 
 /// Columns of the stored key in order, none when there are more than an order can name.
@@ -98,58 +81,33 @@ std::vector<std::string> orderColumns(std::int16_t table) {
 }
 
 /// First or last row in key order; a table without a key gives the server's first row.
-bool getEnd(
-    const Request& request,
+LegacyBool getEnd(
+    std::int16_t table,
+    std::int16_t keyNumber,
     std::string (*build)(const std::string& table, std::span<const std::string> columns)
 ) {
-    db_pRecordKey_prepare(request.table, request.keyNumber);
-    const std::string& name = DBTableDescriptors[request.table].TableName;
-    const std::string statement = keyParts(request.table) == 0
-                                      ? db::anyRowStatement(name)
-                                      : build(name, orderColumns(request.table));
-    return gfbDB_GetBySQL(request.table, statement) != kNo;
-}
-
-bool getFirst(const Request& request) {
-    if (request.keyNumber == kServersOrder) {
-        const std::string& name = DBTableDescriptors[request.table].TableName;
-        return gfbDB_GetBySQL(request.table, db::anyRowStatement(name)) != kNo;
-    }
-    return getEnd(request, db::firstStatement);
-}
-
-bool getLast(const Request& request) {
-    if (request.keyNumber == kServersOrder) {
-        const std::string& name = DBTableDescriptors[request.table].TableName;
-        const std::string columns[] = {gfvDB_GetFieldName(request.table, 0)};
-        return gfbDB_GetBySQL(request.table, db::lastStatement(name, columns)) != kNo;
-    }
-    return getEnd(request, db::lastStatement);
-}
-
-/// A statement that a conversion run could not insert, kept for a look afterwards.
-void keepFailedInsert(const std::string& statement) {
-    ++DBInsertErrors;
-    platform::ignoringErrors([&] {
-        const std::string file = platform::files().programFolder() + "\\InsertErr.txt";
-        platform::files().append(file, statement + "\r\n");
-    });
+    db_pRecordKey_prepare(table, keyNumber);
+    const std::string& name = tableName(table);
+    return gfbDB_GetBySQL(
+        table, keyParts(table) == 0 ? db::anyRowStatement(name) : build(name, orderColumns(table))
+    );
 }
 
 bool insert(const Request& request) {
-    const std::string statement = "INSERT INTO " + DBTableDescriptors[request.table].TableName +
-                                  " VALUES(" + db_fsRecord_values(request.table) + ")";
-    try {
-        db::connection().execute(statement);
-        return true;
-    } catch (const platform::PlatformError& error) {
-        static_cast<void>(error);  // a duplicate key and any other failure look alike to callers
-        if (DBConvertRun == kNo) {
-            return false;
-        }
-        keepFailedInsert(statement);
-        return true;
-    }
+    return gfbDB_Insert(request.table) != kNo;
+}
+
+bool getByKey(const Request& request) {
+    const LegacyBool found = request.isDirect
+                                 ? gfbDB_GetByField(request.table, request.name, request.keyNumber)
+                                 : gfbDB_GetKeyed(request.table, request.name, request.statement);
+    return found != kNo;
+}
+
+/// A movement by the key alone.
+template <LegacyBool (*move)(std::int16_t table, std::int16_t keyNumber)>
+bool moved(const Request& request) {
+    return move(request.table, request.keyNumber) != kNo;
 }
 
 bool update(const Request& request) {
@@ -195,18 +153,18 @@ constexpr OperationRow kOperations[] = {
     {db::opUpdate, "Update", Marshal::none, update},
     {db::opDelete, "Delete", Marshal::none, remove},
     {db::opEqual, "=", Marshal::keyAndReads, getByKey},
-    {db::opGetNext, "Get Next", Marshal::reads, getNext},
-    {24, "Get Next", Marshal::reads, getNext},
-    {db::opGetPrevious, "Get Previous", Marshal::reads, getPrevious},
-    {35, "Get Previous", Marshal::reads, getPrevious},
+    {db::opGetNext, "Get Next", Marshal::reads, moved<gfbDB_GetNext>},
+    {24, "Get Next", Marshal::reads, moved<gfbDB_GetNext>},
+    {db::opGetPrevious, "Get Previous", Marshal::reads, moved<gfbDB_GetPrevious>},
+    {35, "Get Previous", Marshal::reads, moved<gfbDB_GetPrevious>},
     {db::opGreater, ">", Marshal::keyAndReads, getByKey},
     {db::opGreaterEqual, ">=", Marshal::keyAndReads, getByKey},
     {db::opLess, "<", Marshal::keyAndReads, getByKey},
     {db::opLessEqual, "<=", Marshal::keyAndReads, getByKey},
-    {12, "Get First", Marshal::keyAndReads, getFirst},
-    {db::opGetFirst, "Get First", Marshal::keyAndReads, getFirst},
-    {13, "Get Last", Marshal::keyAndReads, getLast},
-    {db::opGetLast, "Get Last", Marshal::keyAndReads, getLast},
+    {12, "Get First", Marshal::keyAndReads, moved<gfbDB_GetFirst>},
+    {db::opGetFirst, "Get First", Marshal::keyAndReads, moved<gfbDB_GetFirst>},
+    {13, "Get Last", Marshal::keyAndReads, moved<gfbDB_GetLast>},
+    {db::opGetLast, "Get Last", Marshal::keyAndReads, moved<gfbDB_GetLast>},
     {db::opBeginTrans, "Begin Trans", Marshal::none, nothing},
     {db::opEndTrans, "End Trans", Marshal::none, nothing},
     {db::opClearFlag, "21", Marshal::none, clearFlag},
@@ -256,11 +214,65 @@ LegacyBool gfiDB_Operation(
     return legacyBool(succeeded);
 }
 
+LegacyBool gfbDB_Insert(std::int16_t table) {
+    const std::string statement =
+        "INSERT INTO " + tableName(table) + " VALUES(" + db_fsRecord_values(table) + ")";
+    try {
+        db::connection().execute(statement);
+        return kYes;
+    } catch (const platform::PlatformError& error) {
+        static_cast<void>(error);  // a duplicate key and any other failure look alike to callers
+        if (DBConvertRun == kNo) {
+            return kNo;
+        }
+        keepFailedInsert(statement);
+        return kYes;
+    }
+}
+
+LegacyBool
+gfbDB_GetKeyed(std::int16_t table, std::string_view comparison, const std::string& statement) {
+    std::string query = statement.empty() ? keyedQuery(table, comparison) : statement;
+    if (db::isDescending(comparison)) {
+        query += " DESC";
+    }
+    return gfbDB_GetBySQL(table, query);
+}
+
+LegacyBool gfbDB_GetByField(std::int16_t table, std::string_view comparison, std::int16_t ordinal) {
+    const std::string value = db::statementText(gfvDB_GetField(table, ordinal));
+    const db::KeyText field = {
+        gfvDB_GetFieldName(table, ordinal), util::replaceAll(value, "'", "''")};
+    return gfbDB_GetBySQL(table, db::fieldStatement(tableName(table), comparison, field));
+}
+
+LegacyBool gfbDB_GetNext(std::int16_t table, std::int16_t keyNumber) {
+    return step(table, keyNumber, ">");
+}
+
+LegacyBool gfbDB_GetPrevious(std::int16_t table, std::int16_t keyNumber) {
+    return step(table, keyNumber, "<");
+}
+
+LegacyBool gfbDB_GetFirst(std::int16_t table, std::int16_t keyNumber) {
+    if (keyNumber == kServersOrder) {
+        return gfbDB_GetBySQL(table, db::anyRowStatement(tableName(table)));
+    }
+    return getEnd(table, keyNumber, db::firstStatement);
+}
+
+LegacyBool gfbDB_GetLast(std::int16_t table, std::int16_t keyNumber) {
+    if (keyNumber == kServersOrder) {
+        const std::string columns[] = {gfvDB_GetFieldName(table, 0)};
+        return gfbDB_GetBySQL(table, db::lastStatement(tableName(table), columns));
+    }
+    return getEnd(table, keyNumber, db::lastStatement);
+}
+
 std::string
 gfsDB_BuildStepSQL(std::int16_t table, std::int16_t keyNumber, std::string_view comparison) {
     static_cast<void>(keyNumber);  // its parts are stored already
     const std::size_t parts = keyParts(table);
     const std::size_t used = parts >= 1 && parts <= kMostOrderedParts ? parts : 1;
-    const std::string& name = DBTableDescriptors[table].TableName;
-    return db::stepStatement(name, comparison, keyTexts(table, used), parts);
+    return db::stepStatement(tableName(table), comparison, keyTexts(table, used), parts);
 }
