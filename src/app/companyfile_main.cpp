@@ -47,7 +47,8 @@ std::optional<Call> readCall(const std::vector<std::string>& arguments) {
     return call;
 }
 
-/// What a file holds; nothing when it cannot be read, as a folder, or has no end.
+/// What a file holds; nothing when it cannot be read, as a folder, or is larger than any mapping:
+/// there are files without an end.
 std::optional<std::string> textOf(const std::string& name) {
     constexpr std::size_t kLargest = std::size_t{64} * 1024 * 1024;
     constexpr std::size_t kPiece = std::size_t{64} * 1024;

@@ -159,13 +159,14 @@ gfbDB_OpenBySQL(const std::string& statement, std::int16_t table, LegacyBool noP
 /// Fetches the rows of a statement as the row of the table; the record is not filled.
 LegacyBool gfbDB_GetBySQL(std::int16_t table, const std::string& statement);
 
-/// The operations behind gfiDB_Operation that have a routine of their own. They make the row found
-/// the one in hand and leave the record alone; kNo, and the table on its first row, when there is
-/// none.
-
 /// Inserts the values of the record's clean copies. @return kNo for a duplicate key and for every
-/// other failure; a conversion run writes the failed statement to "\\InsertErr.txt" and goes on.
+/// other failure; a conversion run writes the failed statement to "\InsertErr.txt" and goes on.
 LegacyBool gfbDB_Insert(std::int16_t table);
+
+// The movements behind gfiDB_Operation. Each makes the row that it finds the one in hand and leaves
+// the record alone; without such a row it gives kNo, and the table stands on its first. They throw
+// as gfiDB_Operation does.
+
 /// The row that the stored key compares with as `comparison` says, or that `statement` gives when
 /// it is not empty.
 LegacyBool

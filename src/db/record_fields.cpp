@@ -43,6 +43,37 @@ bool isMoment(const util::Value& value) {
     return std::holds_alternative<util::DateTime>(value);
 }
 
+template <class Field>
+Field& fieldAt(void* record, const RecordField& field) {
+    return *reinterpret_cast<Field*>(static_cast<std::byte*>(record) + field.offset);
+}
+
+template <class Field>
+const Field& fieldAt(const void* record, const RecordField& field) {
+    return *reinterpret_cast<const Field*>(static_cast<const std::byte*>(record) + field.offset);
+}
+
+std::span<char> textAt(void* record, const RecordField& field) {
+    return {&fieldAt<char>(record, field), field.size};
+}
+
+/// Fills a field from a value of its own kind without a detour, and else from what the value is by
+/// `convert`.
+template <class Own, class Field>
+void take(Field& target, const util::ValueView& value, Field (*convert)(const util::Value& value)) {
+    const auto* own = std::get_if<Own>(&value);
+    if constexpr (std::is_integral_v<Field>) {
+        if (own != nullptr && std::in_range<Field>(*own)) {
+            target = static_cast<Field>(*own);
+            return;
+        }
+    } else if (own != nullptr) {
+        target = *own;
+        return;
+    }
+    target = convert(util::ownValue(value));
+}
+
 }  // namespace
 
 std::string statementText(const util::Value& value) {
@@ -124,41 +155,6 @@ bool readsAlike(const util::Value& present, const util::Value& wanted) {
     return moneyFrom(present) == moneyFrom(wanted);
 }
 
-namespace {
-
-template <class Field>
-Field& fieldAt(void* record, const RecordField& field) {
-    return *reinterpret_cast<Field*>(static_cast<std::byte*>(record) + field.offset);
-}
-
-template <class Field>
-const Field& fieldAt(const void* record, const RecordField& field) {
-    return *reinterpret_cast<const Field*>(static_cast<const std::byte*>(record) + field.offset);
-}
-
-std::span<char> textAt(void* record, const RecordField& field) {
-    return {&fieldAt<char>(record, field), field.size};
-}
-
-/// Fills a field from a value of its own kind without a detour, and else from what the value is by
-/// `convert`.
-template <class Own, class Field>
-void take(Field& target, const util::ValueView& value, Field (*convert)(const util::Value& value)) {
-    const auto* own = std::get_if<Own>(&value);
-    if constexpr (std::is_integral_v<Field>) {
-        if (own != nullptr && std::in_range<Field>(*own)) {
-            target = static_cast<Field>(*own);
-            return;
-        }
-    } else if (own != nullptr) {
-        target = *own;
-        return;
-    }
-    target = convert(util::ownValue(value));
-}
-
-}  // namespace
-
 void fillField(void* record, const RecordField& field, const util::ValueView& value) {
     switch (field.kind) {
     case FieldKind::text:
@@ -209,8 +205,7 @@ util::Value fieldValue(const void* record, const RecordField& field) {
     }
     default: {
         const std::string_view text(&fieldAt<char>(record, field), field.size);
-        const bool isUnset = text.find('\0') != std::string_view::npos;
-        return isUnset ? std::string(field.size, ' ') : std::string(text);
+        return util::isUnset(text) ? std::string(field.size, ' ') : std::string(text);
     }
     }
 }

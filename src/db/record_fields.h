@@ -35,6 +35,7 @@ bool readsAlike(const util::Value& present, const util::Value& wanted);
 using platform::FieldKind;
 using platform::RecordField;
 
+/// What a field of this type holds.
 template <class Field>
 consteval FieldKind kindOf() {
     if constexpr (std::is_same_v<Field, std::int16_t>) {

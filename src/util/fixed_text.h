@@ -18,6 +18,11 @@ inline void fillText(std::span<char> field, std::string_view text) {
     std::fill(field.begin() + static_cast<std::ptrdiff_t>(count), field.end(), ' ');
 }
 
+/// True for a field that was never filled: it holds a byte of code 0.
+inline bool isUnset(std::string_view field) {
+    return field.find('\0') != std::string_view::npos;
+}
+
 /// A text field of a record: exactly `Width` bytes of code page 1252.
 /// A fresh field holds bytes of code 0, which tells it from one that was filled; filling pads with
 /// blanks on the right and cuts what does not fit.
@@ -52,8 +57,7 @@ public:
         }
         return std::string(all.substr(first, all.find_last_not_of(' ') - first + 1));
     }
-    /// True for a field that was never filled: it holds a byte of code 0.
-    [[nodiscard]] bool isUnset() const { return view().find('\0') != std::string_view::npos; }
+    [[nodiscard]] bool isUnset() const { return util::isUnset(view()); }
 
     friend bool operator==(const FixedText& left, const FixedText& right) {
         return left.view() == right.view();

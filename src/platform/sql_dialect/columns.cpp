@@ -362,14 +362,14 @@ bool readType(ColumnInfo& column) {
     return true;
 }
 
-ColumnList::ColumnList(std::vector<ColumnInfo> infos) : infos_(std::move(infos)) {
-    forms_.reserve(infos_.size());
-    for (const ColumnInfo& info : infos_) {
-        constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
-        forms_.push_back({info.kind, info.padded ? static_cast<std::uint32_t>(info.width) : kNever}
-        );
-    }
-}
+ColumnForm::ColumnForm(const ColumnInfo& column)
+    : kind(column.kind),
+      cut(column.padded ? static_cast<std::uint32_t>(column.width)
+                        : std::numeric_limits<std::uint32_t>::max()) {}
+
+ColumnList::ColumnList(std::vector<ColumnInfo> infos)
+    : infos_(std::move(infos)),
+      forms_(infos_.begin(), infos_.end()) {}
 
 Stored toStored(const ColumnInfo& column, const Literal& literal) {
     if (literal.isNull) {
@@ -436,7 +436,7 @@ util::ValueView viewFromStored(const ColumnInfo& column, const StoredView& value
     }
     switch (column.kind) {
     case ColumnKind::text:
-        return cutText(column, std::get<std::string_view>(value));
+        return std::get<std::string_view>(value).substr(0, ColumnForm(column).cut);
     case ColumnKind::real:
         return static_cast<float>(numberOf(column, value));
     case ColumnKind::floating:

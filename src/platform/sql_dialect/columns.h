@@ -39,7 +39,10 @@ struct ColumnInfo {
 /// What the reading of a column's values asks of it most.
 struct ColumnForm {
     ColumnKind kind;
-    std::uint32_t cut;  ///< characters at which a text is cut
+    std::uint32_t
+        cut;  ///< characters that a reader gets of a text at most: CHAR is cut to its width
+
+    explicit ColumnForm(const ColumnInfo& column);
 };
 
 /// Columns of a set of rows. Their forms stand close together: a row with many columns is read in
@@ -118,12 +121,6 @@ Stored toStored(const ColumnInfo& column, const util::Value& value);
 /// rounds.
 Stored toExact(const ColumnInfo& column, const Literal& literal);
 Stored toExact(const ColumnInfo& column, const util::Value& value);
-
-/// The text as a reader of the column gets it, but for the blanks that fill it up: CHAR is cut to
-/// its width.
-inline std::string_view cutText(const ColumnInfo& column, std::string_view text) {
-    return column.padded ? text.substr(0, column.width) : text;
-}
 
 /// What a reader gets of a kept value: CHAR padded, DECIMAL as money, REAL as float, moments.
 /// @throws PlatformError 245 for a value of another writer that the column cannot hold.

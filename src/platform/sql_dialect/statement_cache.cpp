@@ -3,6 +3,7 @@
 #include "util/conversions.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace platform {
@@ -31,27 +32,27 @@ bool hasTextsAsValuesOnly(const Translation& translation, std::size_t texts) {
 }
 
 /// Takes a text with its quotes off the front of `rest`. @return the text as it stands between
-/// them; without data when there is none that ends.
-std::string_view takeText(std::string_view& rest) {
+/// them; nothing when there is none that ends.
+std::optional<std::string_view> takeText(std::string_view& rest) {
     if (!rest.starts_with(kQuote)) {
-        return {};
+        return std::nullopt;
     }
     std::size_t close = rest.find(kQuote, 1);
     while (close != std::string_view::npos && rest.substr(close + 1).starts_with(kQuote)) {
         close = rest.find(kQuote, close + 2);
     }
     if (close == std::string_view::npos) {
-        return {};
+        return std::nullopt;
     }
     const std::string_view text = rest.substr(1, close - 1);
     rest.remove_prefix(close + 1);
     return text;
 }
 
-/// The text at `at` is like the one at `first`, and like none in front of that.
-bool isFirstLike(const std::vector<std::string_view>& texts, std::size_t first, std::size_t at) {
-    return std::find(texts.begin(), texts.end(), texts[at]) - texts.begin() ==
-           static_cast<std::ptrdiff_t>(first);
+/// The first of the texts that is like the last one.
+std::size_t firstLikeLast(const std::vector<std::string_view>& texts) {
+    const auto first = std::find(texts.begin(), texts.end(), texts.back());
+    return static_cast<std::size_t>(first - texts.begin());
 }
 
 }  // namespace
@@ -64,8 +65,12 @@ bool StatementCache::fits(const Kept& kept, std::string_view statement) {
             return false;
         }
         statement.remove_prefix(kept.around[at].size());
-        texts_.push_back(takeText(statement));
-        if (texts_.back().data() == nullptr || !isFirstLike(texts_, kept.firsts[at], at)) {
+        const auto text = takeText(statement);
+        if (!text) {
+            return false;
+        }
+        texts_.push_back(*text);
+        if (firstLikeLast(texts_) != kept.firsts[at]) {
             return false;
         }
     }
@@ -96,12 +101,12 @@ void StatementCache::keep(std::string_view statement, const std::shared_ptr<Tran
             break;
         }
         statement.remove_prefix(open);
-        texts_.push_back(takeText(statement));
-        if (texts_.back().data() == nullptr || texts_.size() > kMostTexts) {
+        const auto text = takeText(statement);
+        if (!text || texts_.size() == kMostTexts) {
             return;
         }
-        const auto first = std::find(texts_.begin(), texts_.end(), texts_.back());
-        kept.firsts.push_back(static_cast<std::size_t>(first - texts_.begin()));
+        texts_.push_back(*text);
+        kept.firsts.push_back(firstLikeLast(texts_));
     }
     if (!hasTextsAsValuesOnly(*fresh, texts_.size())) {
         return;
